@@ -1,0 +1,10 @@
+# Third-party libraries, all from Debian 12 packages (scripts/install-deps.sh).
+find_package(PkgConfig REQUIRED)
+find_package(Threads REQUIRED)
+find_package(fmt REQUIRED)
+find_package(TBB REQUIRED)
+find_package(CURL REQUIRED)
+pkg_check_modules(SODIUM REQUIRED IMPORTED_TARGET libsodium)
+find_path(RAPIDJSON_INCLUDE_DIR rapidjson/document.h REQUIRED)
+add_library(rapidjson INTERFACE)
+target_include_directories(rapidjson SYSTEM INTERFACE ${RAPIDJSON_INCLUDE_DIR})

@@ -1,0 +1,91 @@
+#include "color/lut_reader.h"
+
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+
+#include <fmt/format.h>
+
+#include "color/lut_reader_3dl.h"
+#include "color/lut_reader_cube.h"
+#include "color/lut_resample.h"
+#include "framework/iutils.h"
+#include "framework/string_helpers.h"
+
+namespace vl1 {
+
+namespace {
+
+// Far above any real LUT (a 65-point .cube is about 8 MiB), and small enough that reading
+// a wrongly named file whole can't exhaust memory.
+constexpr std::uintmax_t largest_lut_file_bytes = 256u << 20;
+
+lut_argb_variable parse(lut_file_type type, std::string_view bytes, const std::string& name)
+{
+    return type == lut_file_type::cube ? read_lut_cube(bytes, name) : read_lut_3dl(bytes, name);
+}
+
+std::shared_ptr<lut_argb<32>> to_shared_32(const lut_argb_variable& lut)
+{
+    return std::make_shared<lut_argb<32>>(resample_lut_to_32(lut));
+}
+
+}  // namespace
+
+lut_file_type lut_file_type_of(std::string_view file_name)
+{
+    const std::size_t dot = file_name.rfind('.');
+    const std::string extension = lowercase(std::string(dot == std::string_view::npos ? file_name : file_name.substr(dot + 1)));
+    if (extension == "cube")
+        return lut_file_type::cube;
+    if (extension == "3dl")
+        return lut_file_type::three_dl;
+    return lut_file_type::unknown;
+}
+
+std::shared_ptr<lut_argb<32>> load_lut_from_memory(std::string_view bytes, const std::string& file_name)
+{
+    const lut_file_type type = lut_file_type_of(file_name);
+    if (type == lut_file_type::unknown)
+        return nullptr;
+    return to_shared_32(parse(type, bytes, file_name));
+}
+
+std::shared_ptr<lut_argb<32>> load_lut_from_file_or_resource(std::string folder, std::string file_name)
+{
+    const lut_file_type type = lut_file_type_of(file_name);
+    if (type == lut_file_type::unknown)
+        return nullptr;
+
+    const std::filesystem::path path = std::filesystem::path(folder) / file_name;
+    std::error_code ignored;
+    if (std::filesystem::is_directory(path, ignored))
+        return nullptr;
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        return nullptr;
+    file.seekg(0, std::ios::end);
+    const std::streamoff size = file.tellg();
+    file.seekg(0, std::ios::beg);
+    if (size < 0)
+        return nullptr;
+    if (static_cast<std::uintmax_t>(size) > largest_lut_file_bytes)
+        throw std::length_error(fmt::format("LUT file '{}' is {} bytes, more than a LUT file can be ({} bytes)",
+                                            path.string(), size, largest_lut_file_bytes));
+    std::string bytes(static_cast<std::size_t>(size), '\0');
+    file.read(bytes.data(), size);
+    bytes.resize(static_cast<std::size_t>(file.gcount()));
+    return to_shared_32(parse(type, bytes, path.string()));
+}
+
+std::shared_ptr<lut_argb<32>> load_lut_from_resource(const std::string& name)
+{
+    if (lut_file_type_of(name) == lut_file_type::unknown)
+        return nullptr;
+    std::vector<uint8_t> bytes;
+    if (!iutils::get_instance().get_resource(name, bytes))
+        return nullptr;
+    return load_lut_from_memory(std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()), name);
+}
+
+}  // namespace vl1

@@ -1,0 +1,30 @@
+#include "color/lut_writer_cube.h"
+
+#include <fmt/format.h>
+
+#include "color/lut_file_header.h"
+
+namespace vl1 {
+
+bool write_lut_cube(const lut_argb_variable& lut, const std::string& path, const std::string& program,
+                    const std::string& author)
+{
+    lut_argb_variable table;
+    if (!lut_for_file(lut, table))
+        return false;
+
+    fmt::memory_buffer out;
+    fmt::format_to(std::back_inserter(out), "{}TITLE \"{}\"\nLUT_3D_SIZE 17\n", lut_generated_by_line(program, author),
+                   lut_title_of(path));
+    // The file runs red fastest; the table has blue fastest. fmt's fixed notation ignores
+    // the process locale, so the decimal point is always '.'.
+    for (std::size_t b = 0; b < 17; ++b)
+        for (std::size_t g = 0; g < 17; ++g)
+            for (std::size_t r = 0; r < 17; ++r) {
+                const argb_float& e = table.data[lut_index(17, r, g, b)];
+                fmt::format_to(std::back_inserter(out), "{:.4f} {:.4f} {:.4f}\n", e.r, e.g, e.b);
+            }
+    return write_text_file(path, std::string_view(out.data(), out.size()));
+}
+
+}  // namespace vl1

@@ -1,0 +1,177 @@
+#include "host/effect.h"
+
+#include "ofx/api/ofx_image_effect.h"
+
+#include <cstdint>
+
+namespace ofxhost {
+
+namespace {
+
+// Which effect lent which image, so clipReleaseImage, which gets only the image, finds it.
+std::mutex registry_mutex;
+std::map<OfxPropertySetHandle, effect*> lenders;
+
+void define_descriptor_properties(property_set& p)
+{
+    p.define_string(kOfxPropType, {kOfxTypeImageEffect});
+    p.protect(kOfxPropType);
+    p.define_string(kOfxPropLabel, {""});
+    p.define_string(kOfxPropShortLabel, {""});
+    p.define_string(kOfxPropLongLabel, {""});
+    p.define_int(kOfxPropVersion, {}, prop_dimension::variable);
+    p.define_string(kOfxPropVersionLabel, {""});
+    p.define_string(kOfxPropPluginDescription, {""});
+    p.define_string(kOfxImageEffectPluginPropGrouping, {""});
+    p.define_string(kOfxImageEffectPropSupportedContexts, {}, prop_dimension::variable);
+    p.define_string(kOfxImageEffectPropSupportedPixelDepths, {}, prop_dimension::variable);
+    p.define_int(kOfxImageEffectPluginPropSingleInstance, {0});
+    p.define_string(kOfxImageEffectPluginRenderThreadSafety, {kOfxImageEffectRenderInstanceSafe});
+    p.define_int("OfxImageEffectPluginPropHostFrameThreading", {0});
+    p.define_int(kOfxImageEffectPropSupportsMultiResolution, {1});
+    p.define_int(kOfxImageEffectPropSupportsTiles, {1});
+    p.define_int(kOfxImageEffectPropTemporalClipAccess, {0});
+    p.define_int(kOfxImageEffectPropSupportsMultipleClipDepths, {0});
+    p.define_int(kOfxImageEffectPropSupportsMultipleClipPARs, {0});
+    p.define_int("OfxImageEffectPluginPropFieldRenderTwiceAlways", {1});
+}
+
+void define_instance_properties(property_set& p, const std::string& context)
+{
+    p.set_string(kOfxPropType, kOfxTypeImageEffectInstance);
+    p.define_string(kOfxImageEffectPropContext, {context});
+    p.protect(kOfxImageEffectPropContext);
+    p.define_pointer(kOfxPropInstanceData, nullptr);
+    p.define_double(kOfxImageEffectPropProjectSize, {1920.0, 1080.0});
+    p.define_double(kOfxImageEffectPropProjectOffset, {0.0, 0.0});
+    p.define_double(kOfxImageEffectPropProjectExtent, {1920.0, 1080.0});
+    p.define_double(kOfxImageEffectPropProjectPixelAspectRatio, {1.0});
+    p.define_double("OfxImageEffectInstancePropEffectDuration", {100.0});
+    p.define_double(kOfxImageEffectPropFrameRate, {25.0});
+    p.define_int(kOfxImageEffectInstancePropSequentialRender, {0});
+    p.define_int(kOfxPropIsInteractive, {0});
+    p.set_access_mode(set_access::fixed);
+}
+
+}  // namespace
+
+effect::effect(effect_role role, std::string context)
+    : handle_tag(handle_kind::effect),
+      role_(role),
+      context_(std::move(context)),
+      params_(role == effect_role::instance ? &time_ : nullptr)
+{
+    define_descriptor_properties(props_);
+    if (role == effect_role::context_descriptor) {
+        props_.define_string(kOfxImageEffectPropContext, {context_});
+    }
+}
+
+effect::~effect()
+{
+    std::lock_guard lock(registry_mutex);
+    for (const auto& [h, lease] : leases_) lenders.erase(h);
+}
+
+OfxStatus effect::define_clip(const char* name, clip** out)
+{
+    if (role_ != effect_role::context_descriptor) return kOfxStatErrUnsupported;
+    if (name == nullptr || *name == '\0') return kOfxStatErrValue;
+    if (find_clip(name) != nullptr) return kOfxStatErrExists;
+    clips_.push_back(std::make_unique<clip>(name, true, this));
+    *out = clips_.back().get();
+    return kOfxStatOK;
+}
+
+clip* effect::find_clip(const std::string& name)
+{
+    for (auto& c : clips_) {
+        if (c->name() == name) return c.get();
+    }
+    return nullptr;
+}
+
+void effect::instantiate_from(const effect& descriptor)
+{
+    props_.copy_from(descriptor.props_);
+    define_instance_properties(props_, context_);
+    params_.instantiate_from(descriptor.params_);
+    for (const auto& d : descriptor.clips_) {
+        auto c = std::make_unique<clip>(d->name(), false, this);
+        c->instantiate_from(*d);
+        clips_.push_back(std::move(c));
+    }
+}
+
+void effect::set_abort(bool aborting) { abort_after(aborting ? 0 : -1); }
+
+void effect::abort_after(int calls)
+{
+    abort_calls_ = 0;
+    abort_after_ = calls < 0 ? -1 : calls;
+}
+
+int effect::answer_abort()
+{
+    const int seen = abort_calls_++;
+    const int limit = abort_after_;
+    return limit >= 0 && seen >= limit ? 1 : 0;
+}
+
+OfxPropertySetHandle effect::lend_image(clip& c, OfxTime time)
+{
+    auto img = c.attached();
+    if (!img) return nullptr;
+    auto lease = std::make_unique<image_lease>();
+    lease->img = img;
+    property_set& p = lease->props;
+    const OfxRectI b = img->bounds();
+    p.define_string(kOfxPropType, {kOfxTypeImage});
+    p.define_pointer(kOfxImagePropData, img->data());
+    p.define_int(kOfxImagePropBounds, {b.x1, b.y1, b.x2, b.y2});
+    p.define_int(kOfxImagePropRegionOfDefinition, {b.x1, b.y1, b.x2, b.y2});
+    p.define_int(kOfxImagePropRowBytes, {img->row_bytes()});
+    p.define_string(kOfxImageEffectPropPixelDepth, {depth_name(img->depth())});
+    p.define_string(kOfxImageEffectPropComponents, {kOfxImageComponentRGBA});
+    p.define_string(kOfxImageEffectPropPreMultiplication, {img->premultiplication});
+    p.define_double(kOfxImageEffectPropRenderScale, {img->render_scale[0], img->render_scale[1]});
+    p.define_double(kOfxImagePropPixelAspectRatio, {img->pixel_aspect_ratio});
+    p.define_string(kOfxImagePropField, {img->field});
+    const std::string id = img->unique_id.empty()
+                               ? c.name() + "@" + std::to_string(time) + "#" + std::to_string(++lease_counter_)
+                               : img->unique_id;
+    p.define_string(kOfxImagePropUniqueIdentifier, {id});
+
+    OfxPropertySetHandle h = p.handle();
+    {
+        std::lock_guard lock(lease_mutex_);
+        leases_[h] = std::move(lease);
+    }
+    std::lock_guard lock(registry_mutex);
+    lenders[h] = this;
+    ++images_lent_;
+    return h;
+}
+
+bool effect::release_image(OfxPropertySetHandle handle)
+{
+    effect* owner = nullptr;
+    {
+        std::lock_guard lock(registry_mutex);
+        auto it = lenders.find(handle);
+        if (it == lenders.end()) return false;
+        owner = it->second;
+        lenders.erase(it);
+    }
+    std::lock_guard lock(owner->lease_mutex_);
+    owner->leases_.erase(handle);
+    return true;
+}
+
+int effect::outstanding_images() const
+{
+    std::lock_guard lock(lease_mutex_);
+    return static_cast<int>(leases_.size());
+}
+
+}  // namespace ofxhost

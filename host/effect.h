@@ -1,0 +1,91 @@
+// An image effect as the plug-in sees it through an OfxImageEffectHandle: the descriptor made
+// for OfxActionDescribe, one descriptor per context for OfxImageEffectActionDescribeInContext,
+// and instances. It owns its property set, parameters and clips, the images it has lent out
+// through clipGetImage, the instance's current time and the answer to the abort question.
+#pragma once
+
+#include "host/clip.h"
+#include "host/handle.h"
+#include "host/param_set.h"
+#include "host/property_set.h"
+
+#include <atomic>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace ofxhost {
+
+enum class effect_role { descriptor, context_descriptor, instance };
+
+class effect : public handle_tag {
+public:
+    static constexpr handle_kind kind = handle_kind::effect;
+
+    /// `context` is empty for the plain descriptor.
+    effect(effect_role role, std::string context);
+    ~effect();
+
+    OfxImageEffectHandle handle() { return reinterpret_cast<OfxImageEffectHandle>(this); }
+    effect_role role() const { return role_; }
+    const std::string& context() const { return context_; }
+    property_set& properties() { return props_; }
+    const property_set& properties() const { return props_; }
+    param_set& params() { return params_; }
+    const param_set& params() const { return params_; }
+
+    /// clipDefine: only on a context descriptor (kOfxStatErrUnsupported elsewhere);
+    /// kOfxStatErrExists for a name defined before.
+    OfxStatus define_clip(const char* name, clip** out);
+    clip* find_clip(const std::string& name);
+    const std::vector<std::unique_ptr<clip>>& clips() const { return clips_; }
+
+    /// Builds an instance's properties, parameters and clips from a context descriptor.
+    void instantiate_from(const effect& descriptor);
+
+    /// The instance's current time: what paramGetValue and paramSetValue use.
+    void set_time(OfxTime time) { time_ = time; }
+    OfxTime time() const { return time_; }
+
+    /// What abort() answers: never (the default), always, or yes once `calls` calls have been
+    /// answered no. Both restart the count of abort calls.
+    void set_abort(bool aborting);
+    void abort_after(int calls);
+    int answer_abort();
+    int abort_calls() const { return abort_calls_; }
+
+    /// Lends the clip's image as a read-only image property set; null without an image.
+    OfxPropertySetHandle lend_image(clip& c, OfxTime time);
+    /// Gives back an image lent by any live effect; false if the handle isn't one.
+    static bool release_image(OfxPropertySetHandle handle);
+    int outstanding_images() const;
+    int images_lent() const { return images_lent_; }
+
+    /// Marks the handle as gone: suite calls with it answer kOfxStatErrBadHandle from now on.
+    void kill() { tag = handle_kind::dead; }
+
+private:
+    struct image_lease {
+        property_set props{set_access::read_only};
+        std::shared_ptr<image> img;
+    };
+
+    effect_role role_;
+    std::string context_;
+    OfxTime time_ = 0.0;
+    property_set props_;
+    param_set params_;
+    std::vector<std::unique_ptr<clip>> clips_;
+
+    std::atomic<int> abort_after_{-1};  // -1: never abort
+    std::atomic<int> abort_calls_{0};
+
+    mutable std::mutex lease_mutex_;
+    std::map<OfxPropertySetHandle, std::unique_ptr<image_lease>> leases_;
+    std::atomic<int> images_lent_{0};
+    std::atomic<long> lease_counter_{0};
+};
+
+}  // namespace ofxhost

@@ -1,0 +1,121 @@
+#include "host/image.h"
+
+#include "host/status.h"
+
+#include <cstdlib>
+#include <cstring>
+
+namespace ofxhost {
+
+const char* depth_name(pixel_depth depth)
+{
+    switch (depth) {
+    case pixel_depth::byte: return "OfxBitDepthByte";
+    case pixel_depth::short_int: return "OfxBitDepthShort";
+    case pixel_depth::real: return "OfxBitDepthFloat";
+    }
+    return "OfxBitDepthNone";
+}
+
+int channel_bytes(pixel_depth depth)
+{
+    switch (depth) {
+    case pixel_depth::byte: return 1;
+    case pixel_depth::short_int: return 2;
+    case pixel_depth::real: return 4;
+    }
+    return 0;
+}
+
+image::image(pixel_depth depth, OfxRectI bounds, image_layout layout) : depth_(depth), bounds_(bounds)
+{
+    if (bounds.x2 <= bounds.x1 || bounds.y2 <= bounds.y1) throw host_error("image bounds are empty");
+    if (layout.row_padding_bytes < 0) throw host_error("row padding is negative");
+    const long long stride = static_cast<long long>(width()) * pixel_bytes() + layout.row_padding_bytes;
+    const long long total = stride * height();
+    if (total > (1LL << 31)) throw host_error("image is larger than 2 GiB");
+    row_bytes_ = static_cast<int>(layout.bottom_up ? -stride : stride);
+    first_row_offset_ = layout.bottom_up ? static_cast<std::ptrdiff_t>(stride * (height() - 1)) : 0;
+    storage_.assign(static_cast<std::size_t>(total), 0);
+}
+
+const std::uint8_t* image::address(int x, int y) const
+{
+    if (x < bounds_.x1 || x >= bounds_.x2 || y < bounds_.y1 || y >= bounds_.y2) {
+        throw host_error("pixel (" + std::to_string(x) + ", " + std::to_string(y) + ") is outside the image");
+    }
+    return storage_.data() + first_row_offset_ + static_cast<std::ptrdiff_t>(y - bounds_.y1) * row_bytes_ +
+           static_cast<std::ptrdiff_t>(x - bounds_.x1) * pixel_bytes();
+}
+
+void* image::pixel_address(int x, int y) { return const_cast<std::uint8_t*>(address(x, y)); }
+
+double image::channel(int x, int y, int c) const
+{
+    const std::uint8_t* p = address(x, y) + c * channel_bytes(depth_);
+    switch (depth_) {
+    case pixel_depth::byte: return *p;
+    case pixel_depth::short_int: {
+        std::uint16_t v;
+        std::memcpy(&v, p, sizeof v);
+        return v;
+    }
+    case pixel_depth::real: {
+        float v;
+        std::memcpy(&v, p, sizeof v);
+        return v;
+    }
+    }
+    return 0.0;
+}
+
+void image::set_channel(int x, int y, int c, double value)
+{
+    auto* p = const_cast<std::uint8_t*>(address(x, y)) + c * channel_bytes(depth_);
+    switch (depth_) {
+    case pixel_depth::byte: *p = static_cast<std::uint8_t>(value); break;
+    case pixel_depth::short_int: {
+        const auto v = static_cast<std::uint16_t>(value);
+        std::memcpy(p, &v, sizeof v);
+        break;
+    }
+    case pixel_depth::real: {
+        const auto v = static_cast<float>(value);
+        std::memcpy(p, &v, sizeof v);
+        break;
+    }
+    }
+}
+
+std::array<double, 4> image::pixel(int x, int y) const
+{
+    return {channel(x, y, 0), channel(x, y, 1), channel(x, y, 2), channel(x, y, 3)};
+}
+
+void image::set_pixel(int x, int y, std::array<double, 4> rgba)
+{
+    for (int c = 0; c < 4; ++c) set_channel(x, y, c, rgba[c]);
+}
+
+void image::fill(std::array<double, 4> rgba)
+{
+    for (int y = bounds_.y1; y < bounds_.y2; ++y) {
+        for (int x = bounds_.x1; x < bounds_.x2; ++x) set_pixel(x, y, rgba);
+    }
+}
+
+std::vector<std::uint8_t> image::padding_bytes() const
+{
+    const std::size_t stride = static_cast<std::size_t>(std::abs(row_bytes_));
+    const std::size_t used = static_cast<std::size_t>(width()) * pixel_bytes();
+    std::vector<std::uint8_t> out;
+    for (std::size_t row = 0; row < static_cast<std::size_t>(height()); ++row) {
+        const auto* start = storage_.data() + row * stride;
+        out.insert(out.end(), start + used, start + stride);
+    }
+    return out;
+}
+
+void image::fill_bytes(std::uint8_t value) { std::memset(storage_.data(), value, storage_.size()); }
+
+}  // namespace ofxhost

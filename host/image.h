@@ -1,0 +1,76 @@
+// A host-side RGBA image of 8-bit, 16-bit or float channels, the way a host hands it to a
+// plug-in: bounds in pixels (x2, y2 exclusive), a data pointer at the first pixel of row y1,
+// and a row stride in bytes that may be padded or negative. With a negative stride the image
+// is stored bottom-up: data points at row y1, which is the last row in memory, and each
+// following row lies |row_bytes| lower.
+#pragma once
+
+#include "ofx/api/ofx_core.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace ofxhost {
+
+enum class pixel_depth { byte, short_int, real };  // 8-bit, 16-bit unsigned, 32-bit float
+
+/// "OfxBitDepthByte" and so on.
+const char* depth_name(pixel_depth depth);
+/// Bytes of one channel: 1, 2 or 4.
+int channel_bytes(pixel_depth depth);
+
+struct image_layout {
+    int row_padding_bytes = 0;  // added after each row's pixels
+    bool bottom_up = false;     // negative row bytes
+};
+
+class image {
+public:
+    /// Throws host_error for empty bounds or a negative padding.
+    image(pixel_depth depth, OfxRectI bounds, image_layout layout = {});
+
+    pixel_depth depth() const { return depth_; }
+    OfxRectI bounds() const { return bounds_; }
+    int width() const { return bounds_.x2 - bounds_.x1; }
+    int height() const { return bounds_.y2 - bounds_.y1; }
+    int row_bytes() const { return row_bytes_; }
+    int pixel_bytes() const { return 4 * channel_bytes(depth_); }
+    void* data() { return base() + first_row_offset_; }
+
+    // Metadata carried into the image's property set.
+    std::string premultiplication = "OfxImageAlphaPremultiplied";
+    std::string field = "OfxFieldNone";
+    std::string unique_id;
+    double pixel_aspect_ratio = 1.0;
+    std::array<double, 2> render_scale{1.0, 1.0};
+
+    /// The address of pixel (x, y) in bounds coordinates; throws host_error outside the bounds.
+    void* pixel_address(int x, int y);
+    /// A channel (0 r, 1 g, 2 b, 3 a) in its stored units: 0..255, 0..65535 or the float.
+    double channel(int x, int y, int c) const;
+    void set_channel(int x, int y, int c, double value);
+    std::array<double, 4> pixel(int x, int y) const;
+    void set_pixel(int x, int y, std::array<double, 4> rgba);
+    void fill(std::array<double, 4> rgba);
+
+    /// The padding bytes of every row, in memory order, so tests can see whether a plug-in
+    /// wrote past the pixels.
+    std::vector<std::uint8_t> padding_bytes() const;
+    /// Sets every byte of the buffer, padding included.
+    void fill_bytes(std::uint8_t value);
+
+private:
+    std::uint8_t* base() { return storage_.data(); }
+    const std::uint8_t* address(int x, int y) const;
+
+    pixel_depth depth_;
+    OfxRectI bounds_;
+    int row_bytes_;
+    std::ptrdiff_t first_row_offset_;
+    std::vector<std::uint8_t> storage_;
+};
+
+}  // namespace ofxhost

@@ -1,0 +1,75 @@
+// An effect instance: the handle the plug-in got in OfxActionCreateInstance, with the C++ side
+// a test needs to drive it: parameter values and keys, clip images, render, button presses,
+// the abort answer, and destruction. Destroying sends OfxActionDestroyInstance once; the handle
+// then stays recognisable as dead, so later suite calls with it answer kOfxStatErrBadHandle.
+#pragma once
+
+#include "host/effect.h"
+#include "host/image.h"
+#include "host/loader.h"
+#include "host/param.h"
+
+#include <array>
+#include <memory>
+#include <string>
+
+namespace ofxhost {
+
+class instance {
+public:
+    instance(std::shared_ptr<library> lib, OfxPlugin* record, std::unique_ptr<effect> fx);
+    instance(instance&&) noexcept = default;
+    instance& operator=(instance&& other) noexcept;
+    /// Destroys the instance if it is still alive.
+    ~instance();
+
+    OfxImageEffectHandle handle() { return fx_->handle(); }
+    effect& fx() { return *fx_; }
+    property_set& properties() { return fx_->properties(); }
+    const std::string& context() const { return fx_->context(); }
+    /// kOfxPropInstanceData as the plug-in set it.
+    void* instance_data() const;
+
+    /// Throws host_error for an unknown name.
+    ofxhost::param& param(const std::string& name);
+    ofxhost::clip& clip(const std::string& name);
+
+    void set_time(OfxTime time) { fx_->set_time(time); }
+    OfxTime time() const { return fx_->time(); }
+    void set_render_scale(double x, double y) { render_scale_ = {x, y}; }
+    /// Attaches an image to a clip (null detaches); throws host_error for an unknown clip.
+    void set_clip_image(const std::string& clip_name, std::shared_ptr<image> img);
+    void set_abort(bool aborting) { fx_->set_abort(aborting); }
+    void abort_after(int calls) { fx_->abort_after(calls); }
+    /// Images lent through clipGetImage and not given back.
+    int outstanding_images() const { return fx_->outstanding_images(); }
+
+    /// Begin sequence, render of one frame, end sequence; the render's status, or the begin
+    /// action's when that failed.
+    OfxStatus render(OfxTime time, OfxRectI window);
+    /// OfxActionInstanceChanged for a parameter, inside the begin/end bracket, at the current
+    /// time; the status of OfxActionInstanceChanged. Throws host_error for an unknown name.
+    OfxStatus param_changed(const std::string& name, const char* reason = kOfxChangeUserEdited);
+    OfxStatus press_button(const std::string& name) { return param_changed(name); }
+
+    /// OfxActionDestroyInstance; kOfxStatErrBadHandle when destroyed before.
+    OfxStatus destroy();
+    bool alive() const { return alive_; }
+    /// Marks the instance dead without telling the plug-in (its creation failed).
+    void forget();
+
+    /// Any action, for hostile-host tests; the handle defaults to this instance's.
+    OfxStatus call_action(const char* action, const void* handle, OfxPropertySetHandle in_args,
+                          OfxPropertySetHandle out_args);
+    OfxStatus call_action(const char* action, OfxPropertySetHandle in_args = nullptr,
+                          OfxPropertySetHandle out_args = nullptr);
+
+private:
+    std::shared_ptr<library> lib_;
+    OfxPlugin* record_ = nullptr;
+    std::unique_ptr<effect> fx_;
+    bool alive_ = true;
+    std::array<double, 2> render_scale_{1.0, 1.0};
+};
+
+}  // namespace ofxhost

@@ -1,0 +1,72 @@
+// One plug-in of a bundle, driven the way a host drives it: Load, Describe, DescribeInContext
+// for each context, then instances. Describing makes fresh descriptors each time; an instance
+// is made from the descriptor of its context, which is described on demand.
+#pragma once
+
+#include "host/description.h"
+#include "host/effect.h"
+#include "host/instance.h"
+#include "host/loader.h"
+#include "host/param.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace ofxhost {
+
+using initial_values = std::vector<std::pair<std::string, param_value>>;
+
+class plugin {
+public:
+    plugin(std::shared_ptr<library> lib, OfxPlugin* record, int index);
+
+    std::string identifier() const { return record_->pluginIdentifier; }
+    unsigned version_major() const { return record_->pluginVersionMajor; }
+    unsigned version_minor() const { return record_->pluginVersionMinor; }
+    int index() const { return index_; }
+    const std::filesystem::path& bundle() const { return lib_->bundle(); }
+    OfxPlugin* record() const { return record_; }
+
+    /// Any action with any arguments, for tests that play a hostile host.
+    OfxStatus call_action(const char* action, const void* handle, OfxPropertySetHandle in_args,
+                          OfxPropertySetHandle out_args);
+
+    OfxStatus load();
+    OfxStatus unload();
+    /// OfxActionDescribe on a new descriptor.
+    OfxStatus describe();
+    /// OfxImageEffectActionDescribeInContext on a new descriptor for the context, which starts
+    /// as a copy of the Describe descriptor's properties (describing first when needed). The
+    /// descriptor is kept when the action succeeds.
+    OfxStatus describe_in_context(const std::string& context);
+
+    /// The descriptors made so far; null before the action ran.
+    effect* descriptor() { return descriptor_.get(); }
+    effect* context_descriptor(const std::string& context);
+
+    /// What the descriptors say, for listings and tests; describes the contexts not yet described.
+    plugin_info info();
+    /// What the Describe descriptor says, without describing any context.
+    plugin_info info_without_contexts();
+
+    /// Makes an instance in a context and sends OfxActionCreateInstance. The named values
+    /// replace the defaults before the action, as a host restoring a saved project does.
+    /// Throws host_error when the context can't be described, a name is unknown, or the
+    /// plug-in answers anything but kOfxStatOK or kOfxStatReplyDefault.
+    instance create_instance(const std::string& context, const initial_values& values = {});
+
+private:
+    std::shared_ptr<library> lib_;
+    OfxPlugin* record_;
+    int index_;
+    std::unique_ptr<effect> descriptor_;
+    std::map<std::string, std::unique_ptr<effect>> contexts_;
+};
+
+/// kOfxStatOK or kOfxStatReplyDefault: an action the plug-in did or let the host do.
+inline bool succeeded(OfxStatus status) { return status == kOfxStatOK || status == kOfxStatReplyDefault; }
+
+}  // namespace ofxhost

@@ -1,0 +1,115 @@
+// A set of named, typed, multi-dimensional properties: the one data structure behind every
+// OfxPropertySetHandle the host hands out (host description, descriptors, instances, clips,
+// parameters, images, action arguments).
+//
+// Who may change what, when the plug-in calls the property suite:
+// - open sets (descriptors): the plug-in writes any property and may add new ones, which take
+//   the type of the first setter and a variable dimension;
+// - fixed sets (instances, clips, parameters of an instance, outArgs): the plug-in writes the
+//   properties the host defined; a set of an unknown name is refused with kOfxStatErrUnknown;
+// - read-only sets (the host description, images, inArgs): every set is refused, with
+//   kOfxStatErrUnknown for an unknown name and kOfxStatErrUnsupported for a known one.
+// A single property can also be marked read-only inside a writable set (kOfxPropType, names).
+// The C++ side (tests, tools, the host itself) is not bound by these rules.
+//
+// Strings handed out by propGetString stay valid while the set lives and that value is not
+// changed: values sit in a deque, whose elements never move when it grows or shrinks at the end.
+#pragma once
+
+#include "host/handle.h"
+#include "ofx/api/ofx_core.h"
+
+#include <deque>
+#include <map>
+#include <mutex>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace ofxhost {
+
+enum class prop_type { integer, real, string, pointer };
+enum class set_access { open, fixed, read_only };
+enum class prop_dimension { fixed, variable };
+
+using prop_value = std::variant<int, double, std::string, void*>;
+
+const char* prop_type_name(prop_type type);
+
+class property_set : public handle_tag {
+public:
+    static constexpr handle_kind kind = handle_kind::property_set;
+
+    explicit property_set(set_access access = set_access::open);
+    property_set(const property_set&) = delete;
+    property_set& operator=(const property_set&) = delete;
+
+    OfxPropertySetHandle handle() { return reinterpret_cast<OfxPropertySetHandle>(this); }
+    set_access access() const { return access_; }
+    void set_access_mode(set_access access) { access_ = access; }
+
+    /// Defines (or redefines) a property with its default values; the dimension is the
+    /// number of values, and `variable` lets the plug-in grow or shrink it.
+    void define(const std::string& name, prop_type type, std::vector<prop_value> defaults,
+                prop_dimension dimension = prop_dimension::fixed, bool plugin_writable = true);
+    void define_int(const std::string& name, std::vector<int> values,
+                    prop_dimension dimension = prop_dimension::fixed);
+    void define_double(const std::string& name, std::vector<double> values,
+                       prop_dimension dimension = prop_dimension::fixed);
+    void define_string(const std::string& name, std::vector<std::string> values,
+                       prop_dimension dimension = prop_dimension::fixed);
+    void define_pointer(const std::string& name, void* value);
+    /// Marks a property as one the plug-in may read but never write.
+    void protect(const std::string& name);
+    /// Copies every property of `other` (values, defaults, dimension rules) into this set.
+    void copy_from(const property_set& other);
+
+    // Host-side access. Getters throw host_error for an unknown name, another type or a bad
+    // index; setters define the property when it is missing and grow it by one at most.
+    bool has(const std::string& name) const;
+    int dimension(const std::string& name) const;
+    prop_type type_of(const std::string& name) const;
+    std::vector<std::string> names() const;
+    int get_int(const std::string& name, int index = 0) const;
+    double get_double(const std::string& name, int index = 0) const;
+    std::string get_string(const std::string& name, int index = 0) const;
+    void* get_pointer(const std::string& name, int index = 0) const;
+    std::vector<int> get_ints(const std::string& name) const;
+    std::vector<double> get_doubles(const std::string& name) const;
+    std::vector<std::string> get_strings(const std::string& name) const;
+    void set_int(const std::string& name, int value, int index = 0);
+    void set_double(const std::string& name, double value, int index = 0);
+    void set_string(const std::string& name, const std::string& value, int index = 0);
+    void set_pointer(const std::string& name, void* value, int index = 0);
+    /// The values as text for listings: `1, 2`, `0.5`, `"text"`, `null`; "" if absent.
+    std::string format(const std::string& name) const;
+
+    // Plug-in side, with the access rules and OFX status codes; used by the property suite.
+    OfxStatus plugin_set(const char* name, int index, prop_value value);
+    OfxStatus plugin_set_n(const char* name, const std::vector<prop_value>& values);
+    OfxStatus plugin_get(const char* name, int index, prop_type type, const prop_value** out) const;
+    OfxStatus plugin_get_n(const char* name, int count, prop_type type,
+                           std::vector<const prop_value*>& out) const;
+    OfxStatus plugin_reset(const char* name);
+    OfxStatus plugin_dimension(const char* name, int* count) const;
+
+private:
+    struct property {
+        prop_type type = prop_type::integer;
+        prop_dimension dimension = prop_dimension::fixed;
+        bool plugin_writable = true;
+        std::deque<prop_value> values;
+        std::vector<prop_value> defaults;
+    };
+    const property& find(const std::string& name, prop_type type, int index) const;
+    void host_set(const std::string& name, prop_type type, prop_value value, int index);
+    OfxStatus check_writable(const char* name, prop_type type, property** out);
+    static void assign(property& p, int index, prop_value value);
+
+    set_access access_;
+    mutable std::recursive_mutex mutex_;
+    std::map<std::string, property> properties_;
+    std::vector<std::string> order_;
+};
+
+}  // namespace ofxhost

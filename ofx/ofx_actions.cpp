@@ -1,0 +1,149 @@
+#include "ofx/ofx_actions.h"
+
+#include <cstring>
+
+#include "framework/component_factory.h"
+#include "framework/log.h"
+#include "ofx/ofx_host_interface.h"
+#include "ofx/ofx_param_bridge.h"
+#include "ofx/ofx_param_names.h"
+#include "ofx/ofx_plugin_state.h"
+#include "ofx/ofx_state_bridge.h"
+
+namespace vl1 {
+
+namespace {
+
+/// Runs one step of the instance creation; a failure is logged and the creation goes on, so
+/// that an instance exists even when, say, its saved state could not be read.
+template <typename Step>
+void guarded_step(const char* failure_text, Step&& step)
+{
+    try {
+        step();
+    } catch (...) {
+        log_text(failure_text);
+    }
+}
+
+template <typename Suite>
+const Suite* fetch(OfxHost* host, const char* name)
+{
+    return static_cast<const Suite*>(host->fetchSuite(host->host, name, 1));
+}
+
+}  // namespace
+
+OfxStatus action_load()
+{
+    auto& state = ofx_plugin_state::get();
+    if (state.host == nullptr || state.host->fetchSuite == nullptr)
+        return kOfxStatErrMissingHostFeature;
+    host_suites& s = state.suites;
+    s.effect = fetch<OfxImageEffectSuiteV1>(state.host, kOfxImageEffectSuite);
+    s.property = fetch<OfxPropertySuiteV1>(state.host, kOfxPropertySuite);
+    s.parameter = fetch<OfxParameterSuiteV1>(state.host, kOfxParameterSuite);
+    s.memory = fetch<OfxMemorySuiteV1>(state.host, kOfxMemorySuite);
+    s.multi_thread = fetch<OfxMultiThreadSuiteV1>(state.host, kOfxMultiThreadSuite);
+    s.message = fetch<OfxMessageSuiteV1>(state.host, kOfxMessageSuite);
+    s.interact = fetch<void>(state.host, kOfxInteractSuite);
+    return s.has_required() ? kOfxStatOK : kOfxStatErrMissingHostFeature;
+}
+
+OfxStatus action_describe(OfxImageEffectHandle effect)
+{
+    auto& state = ofx_plugin_state::get();
+    if (!state.prototype)
+        return kOfxStatFailed;
+    state.prototype->initialize(std::make_shared<ofx_host_interface>(state.prototype));
+
+    const host_suites& s = state.suites;
+    OfxPropertySetHandle props = nullptr;
+    s.effect->getPropertySet(effect, &props);
+    const std::string label = state.prototype->get_name();
+    const std::string grouping = state.prototype->get_vendor();
+    s.property->propSetInt(props, kOfxImageEffectPropSupportsMultipleClipDepths, 0, 0);
+    s.property->propSetString(props, kOfxImageEffectPropSupportedPixelDepths, 0, kOfxBitDepthFloat);
+    s.property->propSetString(props, kOfxPropLabel, 0, label.c_str());
+    s.property->propSetString(props, kOfxImageEffectPluginPropGrouping, 0, grouping.c_str());
+    s.property->propSetString(props, kOfxImageEffectPropSupportedContexts, 0, kOfxImageEffectContextFilter);
+    return kOfxStatOK;
+}
+
+OfxStatus action_describe_in_context(OfxImageEffectHandle effect)
+{
+    auto& state = ofx_plugin_state::get();
+    const host_suites& s = state.suites;
+    for (const char* clip : {kOfxImageEffectOutputClipName, kOfxImageEffectSimpleSourceClipName}) {
+        OfxPropertySetHandle props = nullptr;
+        s.effect->clipDefine(effect, clip, &props);
+        s.property->propSetString(props, kOfxImageEffectPropSupportedComponents, 0, kOfxImageComponentRGBA);
+    }
+    if (!state.prototype)
+        return kOfxStatFailed;
+    DefineParameters(s, effect, state.prototype);
+    return kOfxStatOK;
+}
+
+OfxStatus action_create_instance(OfxImageEffectHandle effect)
+{
+    auto& state = ofx_plugin_state::get();
+    const host_suites& s = state.suites;
+
+    std::shared_ptr<icomponent_v1> component(create_ccomponent());
+    auto host = std::make_shared<ofx_host_interface>(component);
+
+    guarded_step("Exception in InitComponent", [&] { component->initialize(host); });
+    guarded_step("Exception in SetStateVectorInComponent", [&] { LoadStateFromHost(s, effect, component); });
+    guarded_step("Exception in SetAllParamsToComponent",
+                 [&] { SetAllParamsToComponent(s, no_particular_time(), effect, component); });
+
+    auto record = std::make_shared<ofx_instance_data>();
+    ofx_instance_data* address = record.get();
+    const uint64_t token = state.add_instance(std::move(record), std::move(component));
+    log("New component token is {0}", token);
+
+    OfxPropertySetHandle props = nullptr;
+    if (s.effect->getPropertySet(effect, &props) == kOfxStatOK && props != nullptr)
+        s.property->propSetPointer(props, kOfxPropInstanceData, 0, address);
+    return kOfxStatOK;
+}
+
+OfxStatus action_instance_changed(OfxImageEffectHandle effect, OfxPropertySetHandle in_args)
+{
+    const host_suites& s = ofx_plugin_state::get().suites;
+    OfxPropertySetHandle props = nullptr;
+    void* record = nullptr;
+    s.effect->getPropertySet(effect, &props);
+    s.property->propGetPointer(props, kOfxPropInstanceData, 0, &record);
+
+    char* name = nullptr;
+    const OfxStatus status = s.property->propGetString(in_args, kOfxPropName, 0, &name);
+    if (name != nullptr && std::strcmp(name, open_gui_param_name) == 0) {
+        log("Open GUI requested!");
+        // The record is only trusted once the table knows its token.
+        const uint64_t token = ofx_plugin_state::get().find_instance_by_record(record);
+        if (auto entry = ofx_plugin_state::get().find_instance(token); entry.record)
+            entry.record->open_gui = true;
+    }
+    return status;
+}
+
+OfxStatus action_destroy_instance(OfxImageEffectHandle effect)
+{
+    auto& state = ofx_plugin_state::get();
+    const host_suites& s = state.suites;
+    OfxPropertySetHandle props = nullptr;
+    if (s.effect->getPropertySet(effect, &props) != kOfxStatOK || props == nullptr)
+        return kOfxStatOK;
+    void* record = nullptr;
+    s.property->propGetPointer(props, kOfxPropInstanceData, 0, &record);
+    if (record == nullptr || state.instance_count() == 0)
+        return kOfxStatOK;
+    // Look the address up among the live records before reading it: a host may destroy twice.
+    if (const uint64_t token = state.find_instance_by_record(record); token != 0)
+        state.remove_instance(token);
+    return kOfxStatOK;
+}
+
+}  // namespace vl1

@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Installs every Debian 12 package Hueloom needs to build, test, benchmark and fuzz.
+# Idempotent: packages already present are skipped, and apt-get update runs at most once.
+set -euo pipefail
+
+packages=(
+  build-essential cmake pkg-config git
+  libcurl4-openssl-dev rapidjson-dev libfmt-dev libsodium-dev libtbb-dev
+  libfltk1.3-dev libcairo2-dev
+  libopenimageio-dev openimageio-tools
+  googletest libgtest-dev libgmock-dev libbenchmark-dev
+  libcpp-httplib-dev
+  libopencolorio-dev opencolorio-tools
+  xvfb xauth xdotool
+  clang libclang-rt-14-dev valgrind
+)
+
+missing=()
+for p in "${packages[@]}"; do
+  if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed'; then
+    missing+=("$p")
+  fi
+done
+
+if [ ${#missing[@]} -eq 0 ]; then
+  echo "install-deps: all packages present"
+  exit 0
+fi
+
+echo "install-deps: installing ${missing[*]}"
+SUDO=""
+if [ "$(id -u)" -ne 0 ]; then SUDO="sudo"; fi
+export DEBIAN_FRONTEND=noninteractive
+$SUDO apt-get update -qq
+$SUDO apt-get install -y -qq --no-install-recommends "${missing[@]}"

@@ -1,0 +1,94 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "color/lut_reader_3dl.h"
+#include "tests/color/lut_test_files.h"
+
+namespace vl1 {
+namespace {
+
+using test::read_lut_sample;
+using test::replaced;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+constexpr const char* too_few = "ERROR while loading 3DL LUT: Less values than needed.";
+
+TEST(ReadLut3dl, BlueRunsFastestAndTenBitValuesDivideByOneThousandTwentyFour)
+{
+    const lut_argb_variable lut = read_lut_3dl(read_lut_sample("asym_2.3dl"), "asym_2.3dl");
+    ASSERT_EQ(lut.edge, 2u);
+    const float red[2] = {100.0f / 1024.0f, 900.0f / 1024.0f};
+    const float green[2] = {200.0f / 1024.0f, 600.0f / 1024.0f};
+    const float blue[2] = {50.0f / 1024.0f, 350.0f / 1024.0f};
+    for (std::size_t r = 0; r < 2; ++r)
+        for (std::size_t g = 0; g < 2; ++g)
+            for (std::size_t b = 0; b < 2; ++b)
+                EXPECT_EQ(lut.data[lut_index(2, r, g, b)], (argb_float{1.0f, red[r], green[g], blue[b]}))
+                    << r << g << b;
+}
+
+TEST(ReadLut3dl, TwelveBitWhiteDividesByFourThousandNinetySix)
+{
+    const lut_argb_variable lut = read_lut_3dl(read_lut_sample("twelve_bit.3dl"), "twelve_bit.3dl");
+    EXPECT_EQ(lut.data.back(), (argb_float{1.0f, 4095.0f / 4096.0f, 4095.0f / 4096.0f, 4095.0f / 4096.0f}));
+    EXPECT_EQ(lut.data[1], (argb_float{1.0f, 0.0f, 0.0f, 4095.0f / 4096.0f}));
+}
+
+TEST(ReadLut3dl, PowerOfTwoMaximumKeepsItsOwnScale)
+{
+    // 1024 is a power of two: bits stay 1024, top 1023, divisor 1024.
+    const std::string text = replaced(read_lut_sample("asym_2.3dl"), "900 600 350", "1024 600 350");
+    EXPECT_EQ(read_lut_3dl(text, "x.3dl").data.back().r, 1.0f);
+}
+
+TEST(ReadLut3dl, FloatValuesAreScaledByTheShaperEnd)
+{
+    // Largest value 1.0: bits 1, so the top is the shaper's 1023 and 1.0 reads 1/1024.
+    const std::string text = "0 1023\n0 0 0\n0 0 1\n0 1 0\n0 1 1\n1 0 0\n1 0 1\n1 1 0\n1 1 1\n";
+    const lut_argb_variable lut = read_lut_3dl(text, "float.3dl");
+    EXPECT_EQ(lut.data.back(), (argb_float{1.0f, 1.0f / 1024.0f, 1.0f / 1024.0f, 1.0f / 1024.0f}));
+}
+
+TEST(ReadLut3dl, ShaperStartIsSubtractedAfterTheDivisionAndClampsBelow)
+{
+    // first = 64: divisor = 1023 - 64 + 1 = 960; v / 960 - 64 is below 64 for every v here.
+    const std::string text = replaced(read_lut_sample("asym_2.3dl"), "0 1023", "64 1023");
+    const lut_argb_variable lut = read_lut_3dl(text, "x.3dl");
+    EXPECT_EQ(lut.data[0], (argb_float{1.0f, 64.0f, 64.0f, 64.0f}));
+}
+
+TEST(ReadLut3dl, CommentsAndShortLinesInTheDataAreSkipped)
+{
+    std::string text = replaced(read_lut_sample("asym_2.3dl"), "100 200 350\n", "# note\n100 200\n100 200 350 7\n");
+    const lut_argb_variable lut = read_lut_3dl(text, "x.3dl");
+    EXPECT_EQ(lut.data[1], (argb_float{1.0f, 100.0f / 1024.0f, 200.0f / 1024.0f, 350.0f / 1024.0f}));
+}
+
+TEST(ReadLut3dl, LastLineWithoutLineFeedFails)
+{
+    try {
+        read_lut_3dl(read_lut_sample("no_final_line_feed.3dl"), "no_final_line_feed.3dl");
+        FAIL() << "loaded";
+    } catch (const std::logic_error& e) {
+        EXPECT_THAT(e.what(), StartsWith(too_few));
+        EXPECT_THAT(e.what(), HasSubstr("line 9: '1023 1023 1023'"));
+    }
+}
+
+TEST(ReadLut3dl, BrokenFilesAreRefused)
+{
+    const std::string sample = read_lut_sample("asym_2.3dl");
+    EXPECT_THROW(read_lut_3dl(replaced(sample, "900 600 350\n", ""), "x.3dl"), std::logic_error);
+    // Text behind a number is ignored, as by the C library's conversion.
+    EXPECT_EQ(read_lut_3dl(replaced(sample, "900 600 350", "900 6o0 350"), "x.3dl").data.back().g, 6.0f / 1024.0f);
+    EXPECT_THROW(read_lut_3dl(replaced(sample, "900 600 350", "900 x 350"), "x.3dl"), std::invalid_argument);
+    // A white-space-only header line (a bare carriage return) is empty after trimming.
+    EXPECT_THROW(read_lut_3dl(replaced(sample, "3DMESH\n", "3DMESH\n\r\n"), "x.3dl"), std::out_of_range);
+    // One shaper token is an edge of 1.
+    EXPECT_THROW(read_lut_3dl(replaced(sample, "0 1023", "1023"), "x.3dl"), std::invalid_argument);
+    EXPECT_THROW(read_lut_3dl("", "empty.3dl"), std::logic_error);
+}
+
+}  // namespace
+}  // namespace vl1

@@ -1,0 +1,95 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+#include <string>
+
+#include "color/lut_reader_cube.h"
+#include "color/lut_text_reader.h"
+
+namespace vl1 {
+namespace {
+
+using ::testing::HasSubstr;
+
+TEST(LutTextReader, LinesEndAtLineFeedsAndTheLastMarksTheEnd)
+{
+    lut_text_reader reader("a\r\n\nb", "CUBE", "x.cube");
+    std::string line;
+    ASSERT_TRUE(reader.next_line(line));
+    EXPECT_EQ(line, "a\r");
+    ASSERT_TRUE(reader.next_line(line));
+    EXPECT_EQ(line, "");
+    EXPECT_FALSE(reader.reached_end());
+    ASSERT_TRUE(reader.next_line(line));
+    EXPECT_EQ(line, "b");
+    EXPECT_TRUE(reader.reached_end());
+    EXPECT_FALSE(reader.next_line(line));
+}
+
+TEST(LutTextReader, FloatsAreReadLikeTheCLibraryDoes)
+{
+    const lut_text_reader reader("", "CUBE", "x.cube");
+    EXPECT_EQ(reader.parse_float("0.5"), 0.5f);
+    EXPECT_EQ(reader.parse_float("  +0.25"), 0.25f);
+    EXPECT_EQ(reader.parse_float("-1e-1"), -0.1f);
+    EXPECT_EQ(reader.parse_float("0.75abc"), 0.75f);
+    EXPECT_EQ(reader.parse_float("0x1p-1"), 0.5f);
+    EXPECT_EQ(reader.parse_float("0x"), 0.0f);
+    EXPECT_TRUE(std::isinf(reader.parse_float("inf")));
+    EXPECT_THROW(reader.parse_float(""), std::invalid_argument);
+    EXPECT_THROW(reader.parse_float("abc"), std::invalid_argument);
+    EXPECT_THROW(reader.parse_float("+-1"), std::invalid_argument);
+    EXPECT_THROW(reader.parse_float("1e50"), std::out_of_range);
+}
+
+TEST(LutTextReader, SizesAreUnsignedDecimals)
+{
+    const lut_text_reader reader("", "CUBE", "x.cube");
+    EXPECT_EQ(reader.parse_size("33"), 33u);
+    EXPECT_EQ(reader.parse_size(" +17x"), 17u);
+    EXPECT_THROW(reader.parse_size("-1"), std::invalid_argument);
+    EXPECT_THROW(reader.parse_size("x"), std::invalid_argument);
+}
+
+TEST(LutTextReader, EveryMessageHasTheSameShape)
+{
+    lut_text_reader reader("first\nsecond line\n", "3DL", "dir/a.3dl");
+    std::string line;
+    reader.next_line(line);
+    reader.next_line(line);
+    try {
+        reader.fail<std::logic_error>("Something is wrong.");
+        FAIL();
+    } catch (const std::logic_error& e) {
+        EXPECT_STREQ(e.what(), "ERROR while loading 3DL LUT: Something is wrong. [file 'dir/a.3dl', line 2: 'second line']");
+    }
+}
+
+// Restores the process locale when the test ends.
+class GermanLocale : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        previous = std::setlocale(LC_ALL, nullptr);
+        if (!std::setlocale(LC_ALL, "de_DE.UTF-8"))
+            GTEST_SKIP() << "the locale de_DE.UTF-8 is not installed (localedef -i de_DE -f UTF-8 de_DE.UTF-8)";
+    }
+    void TearDown() override { std::setlocale(LC_ALL, previous.c_str()); }
+
+    std::string previous;
+};
+
+TEST_F(GermanLocale, DecimalPointIsAPointWhateverTheLocale)
+{
+    ASSERT_EQ(std::strtof("0,5", nullptr), 0.5f) << "the locale should take ',' as decimal point";
+    const lut_text_reader reader("", "CUBE", "x.cube");
+    EXPECT_EQ(reader.parse_float("0.5"), 0.5f);
+    const lut_argb_variable lut = read_lut_cube(
+        "LUT_3D_SIZE 2\n0.5 0.25 0.125\n1 0 0\n0 1 0\n1 1 0\n0 0 1\n1 0 1\n0 1 1\n1 1 1\n", "de.cube");
+    EXPECT_EQ(lut.data[0], (argb_float{1.0f, 0.5f, 0.25f, 0.125f}));
+}
+
+}  // namespace
+}  // namespace vl1

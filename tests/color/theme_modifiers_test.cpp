@@ -1,0 +1,148 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "color/hueloom_theme_v1.h"
+#include "color/lut_sampling.h"
+#include "tests/color/lut_test_tables.h"
+
+namespace vl1 {
+namespace {
+
+const std::size_t red_corner = lut_index(32, 31, 0, 0);
+const std::size_t black = 0;
+
+void expect_identity(const lut_argb<32>& lut, float tolerance)
+{
+    const lut_argb<32> identity;
+    for (std::size_t i = 0; i < lut.data.size(); ++i) {
+        ASSERT_NEAR(lut.data[i].r, identity.data[i].r, tolerance) << i;
+        ASSERT_NEAR(lut.data[i].g, identity.data[i].g, tolerance) << i;
+        ASSERT_NEAR(lut.data[i].b, identity.data[i].b, tolerance) << i;
+        ASSERT_EQ(lut.data[i].a, identity.data[i].a) << i;
+    }
+}
+
+// The identity with every colour pushed: more red, less blue, a little lighter.
+lut_argb<32> graded()
+{
+    return test::make_lut_32([](float r, float g, float b) {
+        return argb_float{1.0f, std::min(1.0f, r / 31.0f * 0.8f + 0.2f), g / 31.0f * 0.9f, b / 31.0f * 0.5f};
+    });
+}
+
+TEST(ThemeModifiers, NeutralFactorsKeepTheTableUpToOneHslTrip)
+{
+    hueloom_theme_v1 theme;
+    lut_argb<32> lut = graded();
+    const lut_argb<32> before = lut;
+    theme.apply_theme_modifiers(lut, 1.0f, 1.0f, 1.0f);
+    for (std::size_t i = 0; i < lut.data.size(); ++i) {
+        ASSERT_NEAR(lut.data[i].r, before.data[i].r, 2e-5f) << i;
+        ASSERT_NEAR(lut.data[i].g, before.data[i].g, 2e-5f) << i;
+        ASSERT_NEAR(lut.data[i].b, before.data[i].b, 2e-5f) << i;
+    }
+}
+
+TEST(ThemeModifiers, AllFactorsZeroGiveTheIdentityWhateverTheTable)
+{
+    hueloom_theme_v1 theme;
+    lut_argb<32> lut = graded();
+    theme.apply_theme_modifiers(lut, 0.0f, 0.0f, 0.0f);
+    expect_identity(lut, 2e-6f);
+}
+
+TEST(ThemeModifiers, HueDifferenceOfHalfACircleGoesClockwise)
+{
+    // The red corner holds cyan: hue 180 away from red. Half of that change, clockwise,
+    // is hue 90 (0.5, 1, 0); counter-clockwise would have been 270 (0.5, 0, 1).
+    hueloom_theme_v1 theme;
+    lut_argb<32> lut;
+    lut.data[red_corner] = {1.0f, 0.0f, 1.0f, 1.0f};
+    theme.apply_theme_modifiers(lut, 0.5f, 1.0f, 1.0f);
+    EXPECT_NEAR(lut.data[red_corner].r, 0.5f, 1e-5f);
+    EXPECT_NEAR(lut.data[red_corner].g, 1.0f, 1e-5f);
+    EXPECT_NEAR(lut.data[red_corner].b, 0.0f, 1e-5f);
+}
+
+TEST(ThemeModifiers, HueTakesTheShorterWayRound)
+{
+    // Red (0) graded to magenta-red (330): the change is -30, doubled to -60 = 300.
+    hueloom_theme_v1 theme;
+    lut_argb<32> lut;
+    lut.data[red_corner] = {1.0f, 1.0f, 0.0f, 0.5f};
+    theme.apply_theme_modifiers(lut, 2.0f, 1.0f, 1.0f);
+    EXPECT_NEAR(lut.data[red_corner].r, 1.0f, 1e-5f);
+    EXPECT_NEAR(lut.data[red_corner].g, 0.0f, 1e-5f);
+    EXPECT_NEAR(lut.data[red_corner].b, 1.0f, 1e-5f);
+}
+
+TEST(ThemeModifiers, GreyResultIgnoresHueAndScalesLightness)
+{
+    // Black graded to grey 0.3: saturation stays 0, lightness change doubled to 0.6.
+    hueloom_theme_v1 theme;
+    lut_argb<32> lut;
+    lut.data[black] = {0.25f, 0.3f, 0.3f, 0.3f};
+    theme.apply_theme_modifiers(lut, 1.7f, 2.0f, 2.0f);
+    EXPECT_NEAR(lut.data[black].r, 0.6f, 1e-6f);
+    EXPECT_EQ(lut.data[black].r, lut.data[black].g);
+    EXPECT_EQ(lut.data[black].g, lut.data[black].b);
+    EXPECT_EQ(lut.data[black].a, 0.25f);
+}
+
+TEST(ThemeModifiers, ResultsAreClampedToTheUnitRange)
+{
+    hueloom_theme_v1 theme;
+    lut_argb<32> lut = graded();
+    theme.apply_theme_modifiers(lut, 2.0f, 2.0f, 2.0f);
+    for (const argb_float& e : lut.data) {
+        ASSERT_GE(e.r, 0.0f);
+        ASSERT_LE(e.r, 1.0f);
+        ASSERT_GE(e.b, 0.0f);
+        ASSERT_LE(e.b, 1.0f);
+    }
+}
+
+hueloom_theme_v1 two_slot_theme()
+{
+    hueloom_theme_v1 theme;
+    auto lut = std::make_shared<const lut_argb<32>>(graded());
+    theme.luts = {{lut, 0.0f}, {lut, 180.0f}};
+    return theme;
+}
+
+TEST(ApplyTheme, StrengthZeroIsNeutralWithoutPostProcessing)
+{
+    lut_argb<32> lut;
+    two_slot_theme().apply_theme(lut, 45.0f, 0.0f, 1.0f, 1.0f, 1.0f);
+    expect_identity(lut, 2e-6f);
+}
+
+TEST(ApplyTheme, PostProcessingAppliesInFullAfterTheRefinements)
+{
+    hueloom_theme_v1 theme = two_slot_theme();
+    const lut_argb<32> post = test::make_lut_32([](float r, float g, float b) {
+        return argb_float{1.0f, 1.0f - r / 31.0f, g / 31.0f, b / 31.0f};
+    });
+    theme.post_processing_lut = std::make_shared<const lut_argb<32>>(post);
+    lut_argb<32> lut;
+    // Refinements at 0 undo the theme entirely, so only the post-processing shows.
+    theme.apply_theme(lut, 45.0f, 1.0f, 0.0f, 0.0f, 0.0f);
+    EXPECT_NEAR(lut.data[0].r, 1.0f, 1e-5f);
+    EXPECT_NEAR(lut.data[red_corner].r, 0.0f, 1e-5f);
+    EXPECT_NEAR(lut.data[lut_index(32, 0, 31, 0)].g, 1.0f, 1e-5f);
+}
+
+TEST(ApplyTheme, InconsistentThemeLeavesTheTableUntouched)
+{
+    hueloom_theme_v1 theme = two_slot_theme();
+    theme.luts.push_back(theme.luts[0]);
+    theme.luts[1].rotation = 1.0f;  // first gap below 2 with three slots
+    theme.post_processing_lut = std::make_shared<const lut_argb<32>>(graded());
+    lut_argb<32> lut;
+    theme.apply_theme(lut, 90.0f, 1.0f, 2.0f, 2.0f, 2.0f);
+    expect_identity(lut, 0.0f);
+}
+
+}  // namespace
+}  // namespace vl1

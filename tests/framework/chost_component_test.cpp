@@ -1,0 +1,101 @@
+#include <gtest/gtest.h>
+
+#include "tests/framework/fixtures.h"
+
+namespace vl1 {
+namespace {
+
+using fwtest::make_rig;
+
+TEST(DefaultHost, DirtyFlagFollowsChangesAndPreviewPasses)
+{
+    auto r = make_rig();
+    EXPECT_FALSE(r.host->component_is_dirty());
+    EXPECT_TRUE(r.host->schedule_render());
+    EXPECT_EQ(r.host->count(event_schedule_render), 1);  // through the virtual notify
+    EXPECT_TRUE(r.host->component_is_dirty());
+    r.host->notify(event(event_render_setup));
+    EXPECT_FALSE(r.host->component_is_dirty());
+    r.param<cparameter_integral_v1>("Steps")->set_value(2, true);
+    EXPECT_TRUE(r.host->component_is_dirty());
+    EXPECT_EQ(r.component->received.back().type, event_param_set_by_host);
+}
+
+TEST(DefaultHost, ExpiredComponentStillUpdatesFlags)
+{
+    auto host = std::make_shared<chost_v1>(std::make_shared<fwtest::test_component>());
+    host->notify(event(event_unknown_parameter, uid("Old")));
+    host->notify(event(event_param_changed, uid("Amount")));
+    EXPECT_TRUE(host->has_legacy_parameters());
+    EXPECT_TRUE(host->component_is_dirty());
+}
+
+TEST(Component, IdentityAndLookups)
+{
+    auto r = make_rig();
+    auto& c = *r.component;
+    EXPECT_EQ(c.get_com_identifier(), "com.varnlight.hueloomofx");
+    EXPECT_EQ(c.get_version(), (version_record{1, 3, 0, 0}));
+    argb_float out{9.0f, 9.0f, 9.0f, 9.0f};
+    c.process_pixel(0, 0, argb_float{0.0f, 0.0f, 0.0f, 0.0f}, &out);
+    EXPECT_EQ(out.a, 9.0f);  // the base class leaves the pixel alone
+
+    EXPECT_EQ(c.get_parameter(1)->get_name(), "Steps");
+    EXPECT_EQ(c.get_parameter(-1), nullptr);
+    EXPECT_EQ(c.get_parameter(4), nullptr);
+    EXPECT_EQ(c.get_parameter(uid("Tint")), c.get_parameter(3));
+    EXPECT_EQ(c.get_parameter(std::string("Nothing")), nullptr);
+}
+
+TEST(Component, InitializeAndTerminate)
+{
+    auto component = std::make_shared<fwtest::test_component>(fwtest::add_standard_parameters);
+    component->initialize(nullptr);
+    EXPECT_EQ(component->get_parameter_count(), 0);
+
+    auto host = std::make_shared<fwtest::recording_host>(component);
+    component->initialize(host);
+    ASSERT_EQ(host->events.size(), 1u);
+    EXPECT_EQ(host->events[0].type, event_initialized);
+    EXPECT_EQ(host->events[0].param, no_uid);
+
+    component->attach_view(std::make_shared<fwtest::test_view>());
+    std::weak_ptr<iparameter_v1> first = component->get_parameter(0);
+    component->terminate();
+    EXPECT_EQ(host->events.back().type, event_terminated);
+    EXPECT_EQ(component->get_parameter_count(), 0);
+    EXPECT_TRUE(first.expired());
+    EXPECT_EQ(component->get_view(), nullptr);
+    EXPECT_EQ(component->get_host(), nullptr);
+    component->terminate();
+    EXPECT_EQ(host->count(event_terminated), 1);
+}
+
+TEST(Component, Bypass)
+{
+    auto r = make_rig();
+    EXPECT_TRUE(r.component->has_bypass());
+    EXPECT_FALSE(r.component->get_bypass());
+    r.component->set_bypass(true);
+    EXPECT_TRUE(r.component->get_bypass());
+    EXPECT_EQ(r.host->count(event_param_changed), 1);
+
+    auto plain = make_rig([](fwtest::test_component& c) {
+        c.add_parameter(std::make_shared<cparameter_boolean_v1>(c.self(), "Flag", false));
+    });
+    EXPECT_FALSE(plain.component->has_bypass());
+    plain.component->set_bypass(true);
+    EXPECT_FALSE(plain.component->get_bypass());
+    EXPECT_FALSE(plain.param<cparameter_boolean_v1>("Flag")->get_value());
+}
+
+TEST(Component, FirstIdleAsksForARender)
+{
+    auto r = make_rig();
+    r.component->idle();
+    r.component->idle();
+    EXPECT_EQ(r.host->count(event_schedule_render), 1);
+}
+
+}  // namespace
+}  // namespace vl1

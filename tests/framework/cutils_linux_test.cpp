@@ -1,0 +1,157 @@
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <thread>
+
+#include "framework/ccomponent.h"
+#include "framework/cutils_linux.h"
+#include "framework/log.h"
+#include "tests/support/test_paths.h"
+
+namespace vl1 {
+namespace {
+
+namespace fs = std::filesystem;
+
+void write_file(const fs::path& path, const std::string& content)
+{
+    std::ofstream(path, std::ios::binary) << content;
+}
+
+std::string read_file(const fs::path& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+bool contains(const std::vector<std::string>& v, const std::string& s)
+{
+    return std::find(v.begin(), v.end(), s) != v.end();
+}
+
+TEST(LinuxUtils, CreateDirIgnoresTheUmaskAndRestoresIt)
+{
+    auto& utils = iutils::get_instance();
+    const fs::path base = hueloom_test::make_temp_dir("dirs");
+    const mode_t old = umask(022);
+    EXPECT_TRUE(utils.create_dir((base / "made").string()));
+    EXPECT_EQ(umask(old), 022);
+    struct stat st{};
+    ASSERT_EQ(stat((base / "made").c_str(), &st), 0);
+    EXPECT_EQ(st.st_mode & 0777, 0777u);
+
+    EXPECT_FALSE(utils.create_dir((base / "made").string()));  // exists already
+    EXPECT_FALSE(utils.create_dir((base / "no" / "parent").string()));
+    EXPECT_FALSE(utils.create_dir(""));
+}
+
+TEST(LinuxUtils, CommonDirectoryLiesInHome)
+{
+    const std::string common = iutils::get_instance().get_common_directory();
+    EXPECT_EQ(fs::path(common), hueloom_test::home_dir() / "Varnlight");
+    EXPECT_TRUE(fs::is_directory(common));
+    EXPECT_EQ(iutils::get_instance().get_common_directory(), common);
+}
+
+TEST(LinuxUtils, ListDirSortsDirectoriesFromFiles)
+{
+    auto& utils = iutils::get_instance();
+    const fs::path base = hueloom_test::make_temp_dir("list");
+    fs::create_directory(base / "sub");
+    write_file(base / "a.json", "{}");
+    std::vector<std::string> dirs{"stale"}, files;
+
+    ASSERT_TRUE(utils.list_dir(base.string(), &dirs, &files, false));
+    EXPECT_EQ(dirs.size(), 3u);  // ".", ".." and "sub"
+    EXPECT_TRUE(contains(dirs, ".") && contains(dirs, "..") && contains(dirs, "sub"));
+    EXPECT_EQ(files, (std::vector<std::string>{"a.json"}));
+
+    ASSERT_TRUE(utils.list_dir(base.string(), nullptr, &files, true));
+    EXPECT_EQ(files, (std::vector<std::string>{base.string() + "/a.json"}));
+
+    EXPECT_FALSE(utils.list_dir(base.string(), nullptr, nullptr, false));
+    EXPECT_FALSE(utils.list_dir("", &dirs, &files, false));
+    EXPECT_FALSE(utils.list_dir((base / "missing").string(), &dirs, &files, false));
+    EXPECT_TRUE(dirs.empty());  // cleared before the folder was tried
+}
+
+TEST(LinuxUtils, ResourcesComeFromTheChosenFolder)
+{
+    auto& utils = iutils::get_instance();
+    const fs::path folder = hueloom_test::make_temp_dir("resources");
+    write_file(folder / "theme_00000001.hlt", std::string("ab\0c", 4));
+    write_file(folder / "plain.plain", "x");
+    fs::create_directory(folder / "folder.bin");
+    set_resource_dir(folder.string());
+
+    std::vector<uint8_t> out{1, 2, 3};
+    EXPECT_TRUE(utils.get_resource("theme_00000001.hlt", out));
+    EXPECT_EQ(out, (std::vector<uint8_t>{'a', 'b', 0, 'c'}));
+    EXPECT_FALSE(utils.get_resource("missing.png", out));
+    EXPECT_TRUE(out.empty());
+    // A name without "." serves as name and type alike.
+    EXPECT_TRUE(utils.get_resource("plain", out));
+    EXPECT_EQ(out.size(), 1u);
+    // It exists but can't be read as a file: true, with nothing loaded.
+    EXPECT_TRUE(utils.get_resource("folder.bin", out));
+    EXPECT_TRUE(out.empty());
+
+    const fs::path other = hueloom_test::make_temp_dir("env-resources");
+    write_file(other / "only_here.txt", "env");
+    set_resource_dir("");
+    setenv(resources_dir_env, other.c_str(), 1);
+    EXPECT_TRUE(utils.get_resource("only_here.txt", out));
+    EXPECT_EQ(out.size(), 3u);
+    unsetenv(resources_dir_env);
+}
+
+TEST(LinuxUtils, SmallPlatformFacts)
+{
+    auto& utils = iutils::get_instance();
+    EXPECT_EQ(utils.get_path_separator(), "/");
+    EXPECT_EQ(utils.get_dpi_scale(), 1.0);
+    int w = -1, h = -1;
+    utils.get_screen_dimensions(nullptr, w, h);
+    EXPECT_EQ(w, 0);
+    EXPECT_EQ(h, 0);
+    EXPECT_TRUE(utils.is_main_thread());
+    bool on_main = true;
+    std::thread([&] { on_main = utils.is_main_thread(); }).join();
+    EXPECT_FALSE(on_main);
+
+    std::vector<std::string> lines;
+    set_log_capture([&](std::string_view line) { lines.emplace_back(line); });
+    EXPECT_FALSE(utils.alert_box(nullptr, "Title", "Some text", "OK", "Cancel"));
+    set_log_capture(nullptr);
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_NE(lines[0].find("Title"), std::string::npos);
+    EXPECT_NE(lines[0].find("Some text"), std::string::npos);
+}
+
+TEST(LinuxUtils, ManualOpensThroughXdgOpen)
+{
+    // A stand-in xdg-open first on PATH records the argument it was given.
+    const fs::path bin = hueloom_test::make_temp_dir("bin");
+    const fs::path record = bin / "opened.txt";
+    write_file(bin / "xdg-open", "#!/bin/sh\nprintf '%s' \"$1\" > \"" + record.string() + ".part\"\nmv \"" +
+                                     record.string() + ".part\" \"" + record.string() + "\"\n");
+    fs::permissions(bin / "xdg-open", fs::perms::owner_all);
+    const std::string old_path = std::getenv("PATH") ? std::getenv("PATH") : "";
+    setenv("PATH", (bin.string() + ":" + old_path).c_str(), 1);
+
+    ccomponent_v1 component;
+    component.open_manual();
+    for (int i = 0; i < 500 && !fs::exists(record); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    setenv("PATH", old_path.c_str(), 1);
+    EXPECT_EQ(read_file(record), "https://www.varnlight.com/products/tutorials.php?id=48");
+}
+
+}  // namespace
+}  // namespace vl1

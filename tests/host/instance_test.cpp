@@ -1,0 +1,114 @@
+// Instances as the host makes and drives them: initial values, button presses, messages,
+// destruction, actions out of order, and what the descriptors say.
+#include "tests/host/host_test_support.h"
+
+#include "host/status.h"
+
+namespace {
+
+using host_test::fixture_test;
+using host_test::record_of;
+
+class instance_test : public fixture_test {};
+
+TEST_F(instance_test, InitialValuesAreInPlaceWhenThePluginCreatesTheInstance)
+{
+    auto inst = filter_instance({{"binaryStateParam", "AAEC"}, {"Gain", 2.5},
+                                 {"Tint", std::array<double, 4>{0.1, 0.2, 0.3, 0.4}}, {"Invert", false}});
+    EXPECT_EQ(record_of(inst).state_at_create, "AAEC");
+    EXPECT_EQ(inst.param("Gain").get_double(), 2.5);
+    EXPECT_EQ(inst.param("Tint").get_rgba()[2], 0.3);
+    EXPECT_FALSE(inst.param("Invert").get_bool());
+    EXPECT_EQ(inst.properties().get_string(kOfxImageEffectPropContext), kOfxImageEffectContextFilter);
+    EXPECT_THROW(filter_instance({{"Angle", 1.0}}), ofxhost::host_error);
+}
+
+TEST_F(instance_test, PressingAButtonLetsThePluginWriteAKeyAtTheCurrentTime)
+{
+    auto inst = filter_instance();
+    inst.set_time(5.0);
+    ASSERT_EQ(inst.press_button("Write Key"), kOfxStatOK);
+    EXPECT_EQ(inst.param("Gain").key_times(), std::vector<OfxTime>{5.0});
+    EXPECT_EQ(inst.param("Gain").value_at(5.0).numbers[0], 2.5);
+    EXPECT_EQ(inst.param("Note").get_string(), "written");
+    EXPECT_TRUE(inst.param("Note").key_times().empty());
+    EXPECT_EQ(inst.fx().params().closed_edits(), std::vector<std::string>{"Write Key"});
+    EXPECT_EQ(inst.param_changed("Gain"), kOfxStatReplyDefault);
+    EXPECT_THROW(inst.press_button("No Such Button"), ofxhost::host_error);
+}
+
+TEST_F(instance_test, MessagesAreFormattedAndRecorded)
+{
+    auto inst = filter_instance({{"binaryStateParam", "xyz"}});
+    ASSERT_EQ(inst.press_button("Report"), kOfxStatOK);
+    const auto messages = h.messages();
+    ASSERT_EQ(messages.size(), 1u);
+    EXPECT_EQ(messages[0].type, kOfxMessageMessage);
+    EXPECT_EQ(messages[0].text,
+              "suites=OfxImageEffectSuite,OfxPropertySuite,OfxParameterSuite,OfxMemorySuite,"
+              "OfxMultiThreadSuite,OfxMessageSuite,OfxInteractSuite state=xyz");
+
+    const auto* ms = static_cast<const OfxMessageSuiteV1*>(h.fetch_suite(kOfxMessageSuite, 1));
+    h.clear_messages();
+    EXPECT_EQ(ms->message(nullptr, kOfxMessageError, "id7", "%d of %s", 3, "four"), kOfxStatOK);
+    EXPECT_EQ(h.messages().at(0).text, "3 of four");
+    EXPECT_EQ(h.messages().at(0).id, "id7");
+    h.state().question_reply = kOfxStatReplyNo;
+    EXPECT_EQ(ms->message(nullptr, kOfxMessageQuestion, nullptr, "Sure?"), kOfxStatReplyNo);
+}
+
+TEST_F(instance_test, DestroyedInstancesHaveDeadHandles)
+{
+    auto inst = filter_instance();
+    OfxImageEffectHandle handle = inst.handle();
+    ASSERT_EQ(inst.destroy(), kOfxStatOK);
+    EXPECT_FALSE(inst.alive());
+    EXPECT_EQ(inst.destroy(), kOfxStatErrBadHandle);
+    const auto* es = static_cast<const OfxImageEffectSuiteV1*>(h.fetch_suite(kOfxImageEffectSuite, 1));
+    OfxPropertySetHandle props = nullptr;
+    EXPECT_EQ(es->getPropertySet(handle, &props), kOfxStatErrBadHandle);
+    // The plug-in, asked to render the dead instance, finds no instance data and says so.
+    EXPECT_EQ(inst.render(0.0, {0, 0, 1, 1}), kOfxStatFailed);
+}
+
+TEST_F(instance_test, HostileActionsGetStatusesNotCrashes)
+{
+    EXPECT_EQ(plugin.call_action(kOfxActionCreateInstance, nullptr, nullptr, nullptr), kOfxStatErrBadHandle);
+    EXPECT_EQ(plugin.call_action(kOfxImageEffectActionRender, nullptr, nullptr, nullptr), kOfxStatFailed);
+    EXPECT_EQ(plugin.call_action("OfxActionNoSuchThing", nullptr, nullptr, nullptr), kOfxStatReplyDefault);
+    auto inst = filter_instance();
+    EXPECT_EQ(inst.call_action(kOfxActionInstanceChanged, nullptr, nullptr), kOfxStatErrBadHandle);
+    EXPECT_EQ(inst.call_action(kOfxImageEffectActionRender), kOfxStatErrBadHandle);  // no window
+}
+
+TEST_F(instance_test, DescriptorsListContextsClipsAndParametersInOrder)
+{
+    const ofxhost::plugin_info info = plugin.info();
+    EXPECT_EQ(info.label, "Host Fixture");
+    EXPECT_EQ(info.grouping, "Hueloom/Tests");
+    EXPECT_EQ(info.contexts, (std::vector<std::string>{kOfxImageEffectContextFilter, kOfxImageEffectContextGeneral}));
+    EXPECT_EQ(info.pixel_depths.size(), 3u);
+    ASSERT_EQ(info.per_context.size(), 2u);
+    const auto& general = info.per_context[1];
+    ASSERT_EQ(general.clips.size(), 3u);
+    EXPECT_EQ(general.clips[2].name, "Matte");
+    EXPECT_TRUE(general.clips[2].optional);
+    const auto& filter = info.per_context[0];
+    std::vector<std::string> names;
+    for (const auto& p : filter.params) names.push_back(p.name);
+    EXPECT_EQ(names, (std::vector<std::string>{"Invert", "Gain", "Count", "Tint", "Mode", "Note", "Offset",
+                                               "binaryStateParam", "Write Key", "Report"}));
+    const auto& gain = filter.params[1];
+    EXPECT_EQ(gain.type, "Double");
+    EXPECT_EQ(gain.default_value, "1");
+    EXPECT_EQ(gain.max, "4");
+    EXPECT_EQ(gain.display_max, "2");
+    EXPECT_EQ(gain.script_name, "gain");
+    EXPECT_EQ(filter.params[2].min, "0");
+    EXPECT_EQ(filter.params[3].default_value, "1, 0.5, 0.25, 1");
+    EXPECT_EQ(filter.params[4].options, (std::vector<std::string>{"Plain", "Fancy"}));
+    EXPECT_TRUE(filter.params[7].secret);
+    EXPECT_EQ(filter.params[8].default_value, "");
+}
+
+}  // namespace
