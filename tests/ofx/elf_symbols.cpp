@@ -21,18 +21,50 @@ T read_at(const std::vector<char>& file, size_t offset)
     return value;
 }
 
-}  // namespace
-
-std::vector<std::string> exported_symbols(const std::filesystem::path& path)
+std::vector<char> read_elf(const std::filesystem::path& path, Elf64_Ehdr& header)
 {
     std::ifstream in(path, std::ios::binary);
     if (!in)
         throw std::runtime_error("cannot open " + path.string());
-    const std::vector<char> file((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-
-    const auto header = read_at<Elf64_Ehdr>(file, 0);
+    std::vector<char> file((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    header = read_at<Elf64_Ehdr>(file, 0);
     if (std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0 || header.e_ident[EI_CLASS] != ELFCLASS64)
         throw std::runtime_error("not a 64-bit ELF file: " + path.string());
+    return file;
+}
+
+std::string string_at(const std::vector<char>& file, size_t at)
+{
+    if (at >= file.size())
+        throw std::runtime_error("string beyond the end of the file");
+    return std::string(file.data() + at, strnlen(file.data() + at, file.size() - at));
+}
+
+}  // namespace
+
+std::vector<std::string> needed_libraries(const std::filesystem::path& path)
+{
+    Elf64_Ehdr header;
+    const std::vector<char> file = read_elf(path, header);
+    std::vector<std::string> names;
+    for (unsigned s = 0; s < header.e_shnum; ++s) {
+        const auto section = read_at<Elf64_Shdr>(file, header.e_shoff + size_t(s) * header.e_shentsize);
+        if (section.sh_type != SHT_DYNAMIC)
+            continue;
+        const auto strings = read_at<Elf64_Shdr>(file, header.e_shoff + size_t(section.sh_link) * header.e_shentsize);
+        for (size_t i = 0; i < section.sh_size / sizeof(Elf64_Dyn); ++i) {
+            const auto entry = read_at<Elf64_Dyn>(file, section.sh_offset + i * sizeof(Elf64_Dyn));
+            if (entry.d_tag == DT_NEEDED)
+                names.push_back(string_at(file, strings.sh_offset + entry.d_un.d_val));
+        }
+    }
+    return names;
+}
+
+std::vector<std::string> exported_symbols(const std::filesystem::path& path)
+{
+    Elf64_Ehdr header;
+    const std::vector<char> file = read_elf(path, header);
 
     std::vector<std::string> names;
     for (unsigned s = 0; s < header.e_shnum; ++s) {
@@ -46,10 +78,7 @@ std::vector<std::string> exported_symbols(const std::filesystem::path& path)
             const int binding = ELF64_ST_BIND(symbol.st_info);
             if (symbol.st_shndx == SHN_UNDEF || (binding != STB_GLOBAL && binding != STB_WEAK))
                 continue;
-            const size_t name_at = strings.sh_offset + symbol.st_name;
-            if (name_at >= file.size())
-                throw std::runtime_error("symbol name beyond the end of the file");
-            names.emplace_back(file.data() + name_at, strnlen(file.data() + name_at, file.size() - name_at));
+            names.push_back(string_at(file, strings.sh_offset + symbol.st_name));
         }
     }
     return names;

@@ -1,0 +1,136 @@
+// What a host sees of the bundle before any instance exists: the exported symbols, the plug-in
+// record, the describing actions and the answers of the action table.
+#include "tests/ofx/bundle_test_support.h"
+#include "tests/ofx/elf_symbols.h"
+
+#include "host/status.h"
+
+#include <dlfcn.h>
+
+#include <algorithm>
+
+namespace {
+
+using bundle_test::bundle_binary;
+using bundle_test::bundle_fixture;
+using bundle_test::bundle_path;
+using bundle_test::log_capture;
+
+class bundle_entry : public bundle_fixture {};
+
+TEST(bundle_symbols, OnlyTheTwoEntryPointsAreExported)
+{
+    auto symbols = hueloom_test::exported_symbols(bundle_binary());
+    std::sort(symbols.begin(), symbols.end());
+    EXPECT_EQ(symbols, (std::vector<std::string>{"OfxGetNumberOfPlugins", "OfxGetPlugin"}));
+}
+
+TEST(bundle_symbols, NoCxxRuntimeIsNeededFromTheHost)
+{
+    // The bundle carries its own C++ runtime, so a host with another libstdc++ can't clash.
+    for (const auto& library : hueloom_test::needed_libraries(bundle_binary())) {
+        EXPECT_EQ(library.find("libstdc++"), std::string::npos) << library;
+        EXPECT_EQ(library.find("libgcc_s"), std::string::npos) << library;
+    }
+}
+
+TEST(bundle_symbols, GetPluginAnswersOnlyIndexZeroAndKeepsItsIdentifier)
+{
+    void* lib = dlopen(bundle_binary().c_str(), RTLD_NOW | RTLD_LOCAL);
+    ASSERT_NE(lib, nullptr) << dlerror();
+    using get_plugin_fn = OfxPlugin* (*)(int);
+    auto get_plugin = reinterpret_cast<get_plugin_fn>(dlsym(lib, "OfxGetPlugin"));
+    ASSERT_NE(get_plugin, nullptr);
+    EXPECT_EQ(get_plugin(1), nullptr);
+    EXPECT_EQ(get_plugin(-1), nullptr);
+    OfxPlugin* first = get_plugin(0);
+    ASSERT_NE(first, nullptr);
+    const char* identifier = first->pluginIdentifier;
+    EXPECT_EQ(get_plugin(0)->pluginIdentifier, identifier) << "the identifier text is made once";
+    dlclose(lib);
+}
+
+TEST_F(bundle_entry, RecordNamesThePluginAndItsVersion)
+{
+    EXPECT_EQ(h.plugin_count(bundle_path()), 1);
+    ofxhost::plugin p = load_plugin();
+    EXPECT_EQ(p.identifier(), "com.varnlight.hueloomofx");
+    EXPECT_EQ(p.version_major(), 1u);
+    EXPECT_EQ(p.version_minor(), 3u);
+    EXPECT_EQ(std::string(p.record()->pluginApi), kOfxImageEffectPluginApi);
+    EXPECT_EQ(p.record()->apiVersion, 1);
+    EXPECT_THROW(h.load_plugin(bundle_path(), 1), ofxhost::host_error);
+}
+
+TEST_F(bundle_entry, LoadNeedsTheEffectPropertyAndParameterSuitesOnly)
+{
+    for (const char* optional : {kOfxMessageSuite, kOfxMemorySuite, kOfxMultiThreadSuite, kOfxInteractSuite}) {
+        ofxhost::host partial;
+        partial.omit_suite(optional);
+        EXPECT_EQ(partial.load_plugin(bundle_path(), 0).load(), kOfxStatOK) << optional;
+    }
+    for (const char* required : {kOfxImageEffectSuite, kOfxPropertySuite, kOfxParameterSuite}) {
+        ofxhost::host partial;
+        partial.omit_suite(required);
+        ofxhost::plugin p = partial.load_plugin(bundle_path(), 0);
+        EXPECT_EQ(p.load(), kOfxStatErrMissingHostFeature) << required;
+        // Without the suites every further action is refused rather than run through null.
+        EXPECT_EQ(p.describe(), kOfxStatErrMissingHostFeature) << required;
+    }
+}
+
+TEST_F(bundle_entry, DescribeDeclaresOneFilterContextInFloatRgba)
+{
+    ofxhost::plugin p = ready_plugin();
+    const ofxhost::plugin_info info = p.info();
+    EXPECT_EQ(info.label, "Hueloom");
+    EXPECT_EQ(info.grouping, "Varnlight");
+    EXPECT_EQ(info.contexts, std::vector<std::string>{kOfxImageEffectContextFilter});
+    EXPECT_EQ(info.pixel_depths, std::vector<std::string>{kOfxBitDepthFloat});
+    ASSERT_EQ(info.per_context.size(), 1u);
+    const auto& clips = info.per_context[0].clips;
+    ASSERT_EQ(clips.size(), 2u);
+    EXPECT_EQ(clips[0].name, kOfxImageEffectOutputClipName);
+    EXPECT_EQ(clips[1].name, kOfxImageEffectSimpleSourceClipName);
+    for (const auto& clip : clips) {
+        EXPECT_EQ(clip.components, std::vector<std::string>{kOfxImageComponentRGBA});
+        EXPECT_FALSE(clip.optional);
+    }
+    EXPECT_EQ(p.descriptor()->properties().get_int(kOfxImageEffectPropSupportsMultipleClipDepths), 0);
+}
+
+TEST_F(bundle_entry, TheTwoFixedParametersComeFirst)
+{
+    ofxhost::plugin p = ready_plugin();
+    const auto params = p.info().per_context.at(0).params;
+    ASSERT_GE(params.size(), 2u);
+    EXPECT_EQ(params[0].name, "Open GUI");
+    EXPECT_EQ(params[0].type, "PushButton");
+    EXPECT_EQ(params[1].name, "binaryStateParam");
+    EXPECT_EQ(params[1].type, "Custom");
+    EXPECT_TRUE(params[1].secret);
+}
+
+TEST_F(bundle_entry, UnknownAndUnhandledActionsLeaveTheHostsDefaults)
+{
+    ofxhost::plugin p = ready_plugin();
+    log_capture log;
+    EXPECT_EQ(p.call_action("OfxActionNobodyKnows", nullptr, nullptr, nullptr), kOfxStatReplyDefault);
+    EXPECT_EQ(p.call_action(kOfxActionUnload, nullptr, nullptr, nullptr), kOfxStatReplyDefault);
+    EXPECT_EQ(p.call_action(kOfxImageEffectActionGetRegionOfDefinition, nullptr, nullptr, nullptr),
+              kOfxStatReplyDefault);
+    EXPECT_EQ(p.call_action(nullptr, nullptr, nullptr, nullptr), kOfxStatErrBadHandle);
+    EXPECT_TRUE(log.contains("OFX action received: OfxActionNobodyKnows"));
+    EXPECT_TRUE(log.contains("OFX action received: OfxActionUnload"));
+}
+
+TEST_F(bundle_entry, ActionsWithoutAnEffectHandleAreRefused)
+{
+    ofxhost::plugin p = ready_plugin();
+    for (const char* action : {kOfxActionDescribe, kOfxActionCreateInstance, kOfxImageEffectActionRender,
+                               kOfxActionInstanceChanged, kOfxActionDestroyInstance}) {
+        EXPECT_EQ(p.call_action(action, nullptr, nullptr, nullptr), kOfxStatErrBadHandle) << action;
+    }
+}
+
+}  // namespace

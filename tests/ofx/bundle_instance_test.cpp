@@ -1,0 +1,154 @@
+// Instances of the real bundle as a host makes, renders and destroys them, including the
+// orders a careless host uses: two instances at once, destroy twice, render after destroy.
+#include "tests/ofx/bundle_test_support.h"
+
+#include <thread>
+
+namespace {
+
+using bundle_test::bundle_fixture;
+using bundle_test::gradient_image;
+using bundle_test::log_capture;
+
+class bundle_instance : public bundle_fixture {
+protected:
+    ofxhost::plugin p = ready_plugin();
+
+    ofxhost::instance make() { return p.create_instance(kOfxImageEffectContextFilter); }
+
+    static double max_difference(const ofxhost::image& a, const ofxhost::image& b)
+    {
+        double worst = 0.0;
+        for (int y = a.bounds().y1; y < a.bounds().y2; ++y)
+            for (int x = a.bounds().x1; x < a.bounds().x2; ++x)
+                for (int c = 0; c < 4; ++c)
+                    worst = std::max(worst, std::abs(a.channel(x, y, c) - b.channel(x, y, c)));
+        return worst;
+    }
+};
+
+TEST_F(bundle_instance, CreateRenderDestroy)
+{
+    log_capture log;
+    ofxhost::instance inst = make();
+    ASSERT_NE(inst.instance_data(), nullptr);
+    auto source = gradient_image({0, 0, 16, 8});
+    auto output = render(inst, source);
+    EXPECT_LT(max_difference(*source, *output), 1e-4);
+    EXPECT_EQ(inst.destroy(), kOfxStatOK);
+    EXPECT_TRUE(log.contains("New component token is"));
+    EXPECT_TRUE(log.contains("Notify event_render_setup"));
+    EXPECT_TRUE(log.contains("OFX Render 16 8 "));
+}
+
+TEST_F(bundle_instance, TwoInstancesCreatedBackToBackBothKeepWorking)
+{
+    // Both come to life within the same second; each must keep its own table entry.
+    ofxhost::instance first = make();
+    ofxhost::instance second = make();
+    EXPECT_NE(first.instance_data(), second.instance_data());
+    auto source = gradient_image({0, 0, 8, 8});
+    render(first, source);
+    render(second, source);
+    EXPECT_EQ(first.destroy(), kOfxStatOK);
+    render(second, source);
+}
+
+TEST_F(bundle_instance, ManyInstancesRenderFromManyThreads)
+{
+    std::vector<ofxhost::instance> instances;
+    for (int i = 0; i < 6; ++i)
+        instances.push_back(make());
+    std::vector<std::thread> threads;
+    std::vector<OfxStatus> results(instances.size(), kOfxStatFailed);
+    for (size_t i = 0; i < instances.size(); ++i) {
+        threads.emplace_back([&, i] {
+            auto source = gradient_image({0, 0, 64, 32});
+            auto output = std::make_shared<ofxhost::image>(source->depth(), source->bounds());
+            instances[i].set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
+            instances[i].set_clip_image(kOfxImageEffectOutputClipName, output);
+            results[i] = instances[i].render(0.0, source->bounds());
+        });
+    }
+    for (auto& t : threads)
+        t.join();
+    for (OfxStatus status : results)
+        EXPECT_EQ(status, kOfxStatOK);
+}
+
+TEST_F(bundle_instance, DestroyTwiceAndRenderAfterDestroyAreHarmless)
+{
+    ofxhost::instance inst = make();
+    void* record = inst.instance_data();
+    ASSERT_EQ(inst.call_action(kOfxActionDestroyInstance), kOfxStatOK);
+    // The instance's properties still hold the old record address, which is no longer known.
+    EXPECT_EQ(inst.properties().get_pointer(kOfxPropInstanceData), record);
+    EXPECT_EQ(inst.call_action(kOfxActionDestroyInstance), kOfxStatOK);
+    auto source = gradient_image({0, 0, 4, 4});
+    inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
+    inst.set_clip_image(kOfxImageEffectOutputClipName, std::make_shared<ofxhost::image>(source->depth(), source->bounds()));
+    log_capture log;
+    EXPECT_EQ(inst.render(0.0, source->bounds()), kOfxStatFailed);
+    EXPECT_TRUE(log.contains("Component not found! Token was"));
+    inst.forget();
+}
+
+TEST_F(bundle_instance, ARecordAddressTheBundleNeverMadeIsNotFollowed)
+{
+    ofxhost::instance inst = make();
+    int foreign = 42;
+    void* own = inst.instance_data();
+    inst.properties().set_pointer(kOfxPropInstanceData, &foreign);
+    auto source = gradient_image({0, 0, 4, 4});
+    inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
+    inst.set_clip_image(kOfxImageEffectOutputClipName, std::make_shared<ofxhost::image>(source->depth(), source->bounds()));
+    EXPECT_EQ(inst.render(0.0, source->bounds()), kOfxStatFailed);
+    EXPECT_EQ(inst.call_action(kOfxActionDestroyInstance), kOfxStatOK);
+    EXPECT_EQ(foreign, 42);
+    inst.properties().set_pointer(kOfxPropInstanceData, own);
+}
+
+TEST_F(bundle_instance, OpenGuiIsTheOnlyParameterChangeThePluginActsOn)
+{
+    ofxhost::instance inst = make();
+    {
+        log_capture log;
+        EXPECT_EQ(inst.press_button("Open GUI"), kOfxStatOK);
+        EXPECT_TRUE(log.contains("Open GUI requested!"));
+    }
+    {
+        // The next render consumes the request: the parameters and the state go to the host.
+        log_capture log;
+        render(inst, gradient_image({0, 0, 4, 4}));
+        EXPECT_TRUE(log.contains("Notify event_render_setup"));
+    }
+    log_capture log;
+    EXPECT_EQ(inst.param_changed("binaryStateParam"), kOfxStatOK);
+    EXPECT_FALSE(log.contains("Open GUI requested!"));
+}
+
+TEST_F(bundle_instance, MissingImagesAnswerByTheAbortState)
+{
+    ofxhost::instance inst = make();
+    inst.set_clip_image(kOfxImageEffectOutputClipName, std::make_shared<ofxhost::image>(ofxhost::pixel_depth::real, OfxRectI{0, 0, 4, 4}));
+    EXPECT_EQ(inst.render(0.0, {0, 0, 4, 4}), kOfxStatFailed);
+    inst.set_abort(true);
+    EXPECT_EQ(inst.render(0.0, {0, 0, 4, 4}), kOfxStatOK);
+    EXPECT_EQ(inst.outstanding_images(), 0);
+}
+
+TEST_F(bundle_instance, AnEmptyRenderWindowIsNoImage)
+{
+    ofxhost::instance inst = make();
+    auto source = gradient_image({0, 0, 4, 4});
+    auto output = std::make_shared<ofxhost::image>(source->depth(), source->bounds());
+    output->fill({0.5, 0.5, 0.5, 0.5});
+    inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
+    inst.set_clip_image(kOfxImageEffectOutputClipName, output);
+    EXPECT_EQ(inst.render(0.0, {2, 0, 2, 4}), kOfxStatFailed);
+    EXPECT_EQ(inst.render(0.0, {0, 3, 4, 3}), kOfxStatFailed);
+    EXPECT_EQ(output->pixel(2, 2)[0], 0.5);
+    EXPECT_EQ(inst.outstanding_images(), 0);
+}
+
+}  // namespace
