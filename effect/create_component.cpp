@@ -1,13 +1,13 @@
-// The factory the adapter creates every component through. Until the grading effect joins,
-// the bundle carries the bare component: no parameters, pixels pass through unchanged.
-#include "framework/ccomponent.h"
+// The factory the adapter creates every component through: the one place where the OFX
+// adapter meets the effect.
+#include "effect/hueloom.h"
 #include "framework/component_factory.h"
 
 namespace vl1 {
 
 icomponent_v1* create_ccomponent()
 {
-    return new ccomponent_v1();
+    return new hueloom();
 }
 
 }  // namespace vl1

@@ -111,6 +111,45 @@ TEST_F(bundle_entry, TheTwoFixedParametersComeFirst)
     EXPECT_TRUE(params[1].secret);
 }
 
+TEST_F(bundle_entry, TheEffectsParametersFollowInTheirOrderWithRanges)
+{
+    ofxhost::plugin p = ready_plugin();
+    const auto params = p.info().per_context.at(0).params;
+    struct expected {
+        const char* name;
+        const char* type;
+        bool secret;
+        const char* def;
+        const char* min;
+        const char* max;
+    };
+    const expected table[] = {
+        {"Global Bypass", "Boolean", true, "0", "", ""},
+        {"Angle", "Double", false, "0", "0", "360"},
+        {"Strength", "Double", false, "0", "0", "100"},
+        {"Hue", "Double", false, "100", "0", "200"},
+        {"Chroma", "Double", false, "100", "0", "200"},
+        {"Luminance", "Double", false, "100", "0", "200"},
+    };
+    ASSERT_EQ(params.size(), 2u + std::size(table));
+    for (std::size_t i = 0; i < std::size(table); ++i) {
+        const auto& actual = params[i + 2];
+        SCOPED_TRACE(table[i].name);
+        EXPECT_EQ(actual.name, table[i].name);
+        EXPECT_EQ(actual.type, table[i].type);
+        EXPECT_EQ(actual.label, table[i].name);
+        EXPECT_EQ(actual.script_name, table[i].name);
+        EXPECT_EQ(actual.secret, table[i].secret);
+        EXPECT_EQ(actual.default_value, table[i].def);
+        if (*table[i].min != '\0') {
+            EXPECT_EQ(actual.min, table[i].min);
+            EXPECT_EQ(actual.max, table[i].max);
+            EXPECT_EQ(actual.display_min, table[i].min);
+            EXPECT_EQ(actual.display_max, table[i].max);
+        }
+    }
+}
+
 TEST_F(bundle_entry, UnknownAndUnhandledActionsLeaveTheHostsDefaults)
 {
     ofxhost::plugin p = ready_plugin();

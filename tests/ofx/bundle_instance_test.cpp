@@ -1,5 +1,6 @@
 // Instances of the real bundle as a host makes, renders and destroys them, including the
 // orders a careless host uses: two instances at once, destroy twice, render after destroy.
+#include "tests/ofx/bundle_look.h"
 #include "tests/ofx/bundle_test_support.h"
 
 #include <thread>
@@ -15,16 +16,6 @@ protected:
     ofxhost::plugin p = ready_plugin();
 
     ofxhost::instance make() { return p.create_instance(kOfxImageEffectContextFilter); }
-
-    static double max_difference(const ofxhost::image& a, const ofxhost::image& b)
-    {
-        double worst = 0.0;
-        for (int y = a.bounds().y1; y < a.bounds().y2; ++y)
-            for (int x = a.bounds().x1; x < a.bounds().x2; ++x)
-                for (int c = 0; c < 4; ++c)
-                    worst = std::max(worst, std::abs(a.channel(x, y, c) - b.channel(x, y, c)));
-        return worst;
-    }
 };
 
 TEST_F(bundle_instance, CreateRenderDestroy)
@@ -34,7 +25,8 @@ TEST_F(bundle_instance, CreateRenderDestroy)
     ASSERT_NE(inst.instance_data(), nullptr);
     auto source = gradient_image({0, 0, 16, 8});
     auto output = render(inst, source);
-    EXPECT_LT(max_difference(*source, *output), 1e-4);
+    const auto expected = bundle_test::graded(*source, bundle_test::table_for(*bundle_test::builtin_theme(), {}));
+    EXPECT_EQ(bundle_test::max_difference(*output, *expected), 0.0);
     EXPECT_EQ(inst.destroy(), kOfxStatOK);
     EXPECT_TRUE(log.contains("New component token is"));
     EXPECT_TRUE(log.contains("Notify event_render_setup"));

@@ -1,0 +1,164 @@
+#include "effect/hueloom.h"
+
+#include "color/lut_sampling.h"
+#include "framework/log.h"
+#include "themes/hueloom_vault.h"
+#include "themes/web/hueloom_web_client_v1.h"
+#include "themes/web/web_client_settings.h"
+
+namespace vl1 {
+
+namespace {
+
+/// Names, ranges and defaults of the five continuous parameters, in their list order.
+struct continuous_spec {
+    const char* name;
+    float min, max, default_value;
+};
+constexpr continuous_spec angle_spec{"Angle", 0.0f, 360.0f, 0.0f};
+constexpr continuous_spec strength_spec{"Strength", 0.0f, 100.0f, 0.0f};
+constexpr continuous_spec hue_spec{"Hue", 0.0f, 200.0f, 100.0f};
+constexpr continuous_spec chroma_spec{"Chroma", 0.0f, 200.0f, 100.0f};
+constexpr continuous_spec luminance_spec{"Luminance", 0.0f, 200.0f, 100.0f};
+
+}  // namespace
+
+bool hueloom::query_interface(const std::string& id, iobject** out)
+{
+    if (out != nullptr && uid(id.c_str()) == lut_exporter::ifc_id) {
+        *out = static_cast<lut_exporter*>(this);
+        return true;
+    }
+    return ccomponent_v1::query_interface(id, out);
+}
+
+void hueloom::init_component()
+{
+    const std::weak_ptr<icomponent_v1> self = weak_from_this();
+    const auto continuous = [&](const continuous_spec& s) {
+        return add_parameter(std::make_shared<cparameter_continuous_v1>(self, s.name, s.min, s.max, s.default_value));
+    };
+    bypass_param = add_parameter(std::make_shared<hueloom_bypass_parameter>(self, "Global Bypass", false));
+    angle_param = continuous(angle_spec);
+    strength_param = continuous(strength_spec);
+    hue_param = continuous(hue_spec);
+    chroma_param = continuous(chroma_spec);
+    luminance_param = continuous(luminance_spec);
+
+    const auto vault = get_vault();
+    if (auto fallback = vault->get_theme_collection()->get_default_theme()) {
+        std::lock_guard lock(theme_mutex);
+        if (!current_theme)
+            current_theme = std::move(fallback);
+    }
+    const web_client_settings settings = read_web_client_settings();
+    web_url_base = settings.web_url_base;
+    wanted_theme_uids = settings.wanted_theme_uids;
+    vault->fill_theme_collection_from_appdata(wanted_theme_uids, true);
+}
+
+void hueloom::notify(event e)
+{
+    switch (e.type) {
+    case event_initialized:
+        fill_identity(result_lut);
+        break;
+    case event_render_setup:
+        fill_identity(result_lut);
+        if (!bypass_param->get_value())
+            calculateResultLut();
+        break;
+    default:
+        break;
+    }
+}
+
+void hueloom::process_pixel(int /*x*/, int /*y*/, const argb_float& in, argb_float* out)
+{
+    *out = sample_lut(result_lut, in);
+}
+
+void hueloom::calculateResultLut()
+{
+    const float angle = angle_param->get_value();
+    const float strength = strength_param->get_value();
+    const float chroma = chroma_param->get_value();
+    const float luminance = luminance_param->get_value();
+    const float hue = hue_param->get_value();
+
+    std::lock_guard lock(theme_mutex);
+    if (!current_theme) {
+        fill_identity(result_lut);
+        return;
+    }
+    if (!current_theme->is_self_consistent())
+        return;
+    // The wheel's "Angle" runs against the rotation of a theme's slots: 0 stands for 360.
+    current_theme->apply_theme_luts(result_lut, 360.0f - angle, static_cast<float>(strength / 100.0));
+    current_theme->apply_theme_modifiers(result_lut, static_cast<float>(hue / 100.0),
+                                         static_cast<float>(chroma / 100.0), static_cast<float>(luminance / 100.0));
+    current_theme->apply_post_processing(result_lut);
+}
+
+bool hueloom::get_lut(lut_argb_variable* lut)
+{
+    if (lut == nullptr)
+        return false;
+    lut->edge = 32;
+    lut->data = result_lut.data;
+    lut->text.clear();
+    return true;
+}
+
+std::pair<const uint8_t*, std::size_t> hueloom::get_current_wheel_background_data()
+{
+    std::lock_guard lock(theme_mutex);
+    if (!current_theme)
+        return {nullptr, 0};
+    return {current_theme->background_data.data(), current_theme->background_data.size()};
+}
+
+std::string hueloom::get_current_theme_name()
+{
+    std::lock_guard lock(theme_mutex);
+    return current_theme ? current_theme->name : std::string();
+}
+
+uint32_t hueloom::get_current_theme_uuid()
+{
+    std::lock_guard lock(theme_mutex);
+    return current_theme ? current_theme->uid : 0u;
+}
+
+std::shared_ptr<const hueloom_theme_v1> hueloom::get_current_theme()
+{
+    std::lock_guard lock(theme_mutex);
+    return current_theme;
+}
+
+bool hueloom::is_theme_in_collection(unsigned int uid)
+{
+    return get_vault()->get_theme_collection()->get_theme_by_uid(uid) != nullptr;
+}
+
+void hueloom::set_current_theme_by_uuid(unsigned int uid)
+{
+    // Looked up before the lock: no call into the vault runs under theme_mutex.
+    auto theme = get_vault()->get_theme_collection()->get_theme_by_uid(uid);
+    std::lock_guard lock(theme_mutex);
+    current_theme = std::move(theme);
+}
+
+std::shared_ptr<hueloom_vault> hueloom::get_vault()
+{
+    // The vault knows downloads only through this factory, so the theme library needs no
+    // network code of its own.
+    static const std::shared_ptr<hueloom_vault> vault = [] {
+        auto v = hueloom_vault::get_instance();
+        v->set_web_client_factory([] { return std::make_unique<hueloom_web_client_v1>(); });
+        return v;
+    }();
+    return vault;
+}
+
+}  // namespace vl1

@@ -1,0 +1,98 @@
+// Hueloom, the effect: six parameters, the current theme, and the one 32-cube table through
+// which every pixel of a render goes. The table is rebuilt at the start of each render from
+// the parameters and the theme; the theme also travels inside the saved state, so that a
+// project opens with its look on a machine that lacks the theme.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "color/hueloom_theme_v1.h"
+#include "color/lut_argb.h"
+#include "color/lut_exporter.h"
+#include "effect/hueloom_parameters.h"
+#include "framework/ccomponent.h"
+
+namespace vl1 {
+
+class hueloom_vault;
+
+/// Size of the saved state beyond the base part: the flag byte and the theme record.
+inline constexpr std::size_t hueloom_theme_record_size = 4325580;  // theme_state_entry_v1
+
+class hueloom : public ccomponent_v1, public lut_exporter {
+public:
+    static constexpr uid ifc_id{"hueloom"};
+
+    hueloom() = default;
+
+    bool query_interface(const std::string& id, iobject** out) override;
+    void init_component() override;
+
+    bool is_state_rejected(std::vector<uint8_t>& state, bool from_host, std::string& reason) override;
+    bool set_state(std::vector<uint8_t>& state, bool from_host) override;
+    std::vector<uint8_t> get_state() override;
+    std::size_t get_state_size() override;
+
+    void notify(event e) override;
+    /// The hot path: one trilinear sample of result_lut, no lock.
+    void process_pixel(int x, int y, const argb_float& in, argb_float* out) override;
+
+    bool get_lut(lut_argb_variable* lut) override;
+
+    /// Pointer and size of the current theme's background image; valid while the theme is.
+    std::pair<const uint8_t*, std::size_t> get_current_wheel_background_data();
+    std::string get_current_theme_name();
+    uint32_t get_current_theme_uuid();
+    std::shared_ptr<const hueloom_theme_v1> get_current_theme();
+    bool is_theme_in_collection(unsigned int uid);
+    /// An unknown uid leaves no theme: the result is the identity until another is chosen.
+    void set_current_theme_by_uuid(unsigned int uid);
+
+    /// The one vault of the process, shared by every instance.
+    static std::shared_ptr<hueloom_vault> get_vault();
+
+    void downloadThemesIfNeededThenUpdateVaultThenUpdateGuiThemeList();
+
+    /// Imports a theme folder into the collection and the app-data folder. On success
+    /// `result` holds the theme's name and uid; on failure `error` holds the reason in the
+    /// host's language.
+    bool import_theme_and_store_to_appdata(const std::string& folder, std::pair<std::string, unsigned int>& result,
+                                           std::string& error);
+
+    /// Raised when the collection changed; the editor rebuilds its theme menu and clears it.
+    std::atomic<bool> theme_list_changed{false};
+    /// Raised when the editor should read the component again (theme, parameters).
+    std::atomic<bool> refresh_requested{false};
+
+    const std::string& get_web_url_base() const { return web_url_base; }
+    const std::set<uint32_t>& get_wanted_theme_uids() const { return wanted_theme_uids; }
+
+private:
+    void calculateResultLut();
+    /// The editor's refresh after the collection changed (at start-up or after a download).
+    void refresh_from_vault();
+    std::size_t flag_offset() { return ccomponent_v1::get_state_size(); }
+
+    std::shared_ptr<hueloom_bypass_parameter> bypass_param;
+    std::shared_ptr<cparameter_continuous_v1> strength_param;
+    std::shared_ptr<cparameter_continuous_v1> angle_param;
+    std::shared_ptr<cparameter_continuous_v1> hue_param;
+    std::shared_ptr<cparameter_continuous_v1> chroma_param;
+    std::shared_ptr<cparameter_continuous_v1> luminance_param;
+
+    std::mutex theme_mutex;
+    std::shared_ptr<const hueloom_theme_v1> current_theme;
+    lut_argb<32> result_lut;
+
+    std::string web_url_base;
+    std::set<uint32_t> wanted_theme_uids;
+};
+
+}  // namespace vl1

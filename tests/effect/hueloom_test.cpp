@@ -1,0 +1,195 @@
+// The effect component through its public interface: its parameters, the table it builds at
+// each render setup, bypass, the theme choice and the export interface.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+#include "color/lut_sampling.h"
+#include "tests/effect/effect_test_support.h"
+#include "themes/hueloom_vault.h"
+
+namespace vl1 {
+namespace {
+
+using effect_test::make_component;
+using effect_test::make_theme;
+using effect_test::set_param;
+using effect_test::table_after_setup;
+
+bool same_bits(const std::vector<argb_float>& a, const std::vector<argb_float>& b)
+{
+    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(argb_float)) == 0;
+}
+
+/// Largest difference of any channel; the neutral refinements (1, 1, 1) pass the table
+/// through HSL and back, which may move the last bits.
+float max_abs_difference(const std::vector<argb_float>& a, const std::vector<argb_float>& b)
+{
+    float worst = 0.0f;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        worst = std::max({worst, std::abs(a[i].r - b[i].r), std::abs(a[i].g - b[i].g), std::abs(a[i].b - b[i].b),
+                          std::abs(a[i].a - b[i].a)});
+    return worst;
+}
+
+std::shared_ptr<const hueloom_theme_v1> add_to_collection(std::shared_ptr<hueloom_theme_v1> theme)
+{
+    hueloom::get_vault()->get_theme_collection()->add_or_replace_theme(theme);
+    return theme;
+}
+
+TEST(HueloomParameters, SixInTheirOrderWithUidsRangesAndFlags)
+{
+    auto fx = make_component();
+    ASSERT_EQ(fx->get_parameter_count(), 6);
+    struct expected {
+        const char* name;
+        uint32_t uid;
+        param_type type;
+        float min, max, def;
+        uint32_t flags;
+    };
+    const expected table[] = {
+        {"Global Bypass", 0xD5C61B76, param_type::boolean, 0, 1, 0, 3},
+        {"Angle", 0x39C493B8, param_type::continuous, 0, 360, 0, 0},
+        {"Strength", 0xDA4D03D0, param_type::continuous, 0, 100, 0, 0},
+        {"Hue", 0x4617FAF9, param_type::continuous, 0, 200, 100, 0},
+        {"Chroma", 0x40DF899F, param_type::continuous, 0, 200, 100, 0},
+        {"Luminance", 0xDE89A541, param_type::continuous, 0, 200, 100, 0},
+    };
+    for (int i = 0; i < 6; ++i) {
+        const auto p = fx->get_parameter(i);
+        SCOPED_TRACE(table[i].name);
+        EXPECT_EQ(p->get_name(), table[i].name);
+        EXPECT_EQ(p->get_uid().value, table[i].uid);
+        EXPECT_EQ(p->get_type(), table[i].type);
+        EXPECT_EQ(p->get_flags(), table[i].flags);
+        const param_value v = p->get_param_value();
+        if (table[i].type == param_type::continuous) {
+            EXPECT_EQ(v.min.f, table[i].min);
+            EXPECT_EQ(v.max.f, table[i].max);
+            EXPECT_EQ(v.default_value.f, table[i].def);
+            EXPECT_EQ(v.value.f, table[i].def);
+        } else {
+            EXPECT_EQ(v.default_value.b, 0);
+            EXPECT_EQ(v.value.b, 0);
+        }
+    }
+    EXPECT_TRUE(fx->has_bypass());
+    // Every state blob has the same size, whatever the theme.
+    EXPECT_EQ(fx->get_state_size(), 4325877u);
+    EXPECT_EQ(fx->get_state().size(), 4325877u);
+}
+
+TEST(HueloomTable, MatchesTheThemePipelineWithTheWheelReversedAndPercentsScaled)
+{
+    auto fx = make_component();
+    const auto theme = add_to_collection(make_theme(0x7e570001, "Pipeline", true));
+    fx->set_current_theme_by_uuid(theme->uid);
+    set_param(*fx, "Angle", 45.0f);
+    set_param(*fx, "Strength", 80.0f);
+    set_param(*fx, "Hue", 150.0f);
+    set_param(*fx, "Chroma", 50.0f);
+    set_param(*fx, "Luminance", 120.0f);
+
+    lut_argb<32> expected;
+    theme->apply_theme(expected, 315.0f, 0.8f, 1.5f, 0.5f, 1.2f);
+    EXPECT_TRUE(same_bits(table_after_setup(*fx).data, expected.data));
+
+    // A new render setup starts from the identity again rather than blending on top.
+    EXPECT_TRUE(same_bits(table_after_setup(*fx).data, expected.data));
+}
+
+TEST(HueloomTable, ZeroStrengthLeavesOnlyThePostProcessingAndBypassNothing)
+{
+    auto fx = make_component();
+    const auto theme = add_to_collection(make_theme(0x7e570002, "Post", true));
+    fx->set_current_theme_by_uuid(theme->uid);
+
+    lut_argb<32> post_only;
+    theme->apply_post_processing(post_only);
+    EXPECT_LT(max_abs_difference(table_after_setup(*fx).data, post_only.data), 1e-5f);
+
+    set_param(*fx, "Strength", 100.0f);
+    fx->set_bypass(true);
+    EXPECT_TRUE(same_bits(table_after_setup(*fx).data, lut_argb<32>().data));
+}
+
+TEST(HueloomTable, AngleZeroAndThreeSixtyMeetOnTheWheel)
+{
+    auto fx = make_component();
+    const auto theme = add_to_collection(make_theme(0x7e570003, "Wheel"));
+    fx->set_current_theme_by_uuid(theme->uid);
+    set_param(*fx, "Strength", 100.0f);
+    set_param(*fx, "Angle", 0.0f);
+    const auto at_zero = table_after_setup(*fx);
+    set_param(*fx, "Angle", 360.0f);
+    const auto at_full = table_after_setup(*fx);
+    // 360 lands exactly on the slot at 0; 0 reaches it through the neighbours with weight 1.
+    lut_argb<32> slot_zero;
+    theme->apply_theme_luts(slot_zero, 0.0f, 1.0f);
+    EXPECT_LT(max_abs_difference(at_full.data, slot_zero.data), 1e-5f);
+    EXPECT_LT(max_abs_difference(at_zero.data, slot_zero.data), 1e-5f);
+    EXPECT_GT(max_abs_difference(at_zero.data, lut_argb<32>().data), 0.05f) << "the slot must show";
+}
+
+TEST(HueloomTable, UnknownThemeOrInconsistentThemeGivesTheIdentity)
+{
+    auto fx = make_component();
+    set_param(*fx, "Strength", 100.0f);
+    fx->set_current_theme_by_uuid(0x0badbeef);
+    EXPECT_EQ(fx->get_current_theme_uuid(), 0u);
+    EXPECT_EQ(fx->get_current_theme_name(), "");
+    EXPECT_EQ(fx->get_current_wheel_background_data().first, nullptr);
+    EXPECT_TRUE(same_bits(table_after_setup(*fx).data, lut_argb<32>().data));
+
+    auto lonely = make_theme(0x7e570004, "Lonely");
+    lonely->luts.resize(1);
+    add_to_collection(lonely);
+    fx->set_current_theme_by_uuid(lonely->uid);
+    EXPECT_EQ(fx->get_current_theme_name(), "Lonely");
+    EXPECT_TRUE(same_bits(table_after_setup(*fx).data, lut_argb<32>().data));
+}
+
+TEST(HueloomPixels, ProcessPixelSamplesTheTableAndKeepsAlpha)
+{
+    auto fx = make_component();
+    const auto theme = add_to_collection(make_theme(0x7e570005, "Pixels"));
+    fx->set_current_theme_by_uuid(theme->uid);
+    set_param(*fx, "Strength", 60.0f);
+    set_param(*fx, "Angle", 100.0f);
+    const auto table = table_after_setup(*fx);
+    lut_argb<32> fixed;
+    fixed.data = table.data;
+    for (float v : {0.0f, 0.2f, 0.5f, 0.77f, 1.0f}) {
+        const argb_float in{0.3f, v, 1.0f - v, v * 0.5f};
+        argb_float out{};
+        fx->process_pixel(0, 0, in, &out);
+        const argb_float expected = sample_lut(fixed, in);
+        EXPECT_EQ(std::memcmp(&out, &expected, sizeof out), 0);
+        EXPECT_EQ(out.a, 0.3f);
+    }
+}
+
+TEST(HueloomExport, TheLutExporterInterfaceHandsOutTheCurrentTable)
+{
+    auto fx = make_component();
+    iobject* found = nullptr;
+    ASSERT_TRUE(fx->query_interface("lut_exporter", &found));
+    auto* exporter = dynamic_cast<lut_exporter*>(found);
+    ASSERT_NE(exporter, nullptr);
+    EXPECT_FALSE(exporter->get_lut(nullptr));
+    lut_argb_variable table;
+    table.text = "left over";
+    ASSERT_TRUE(exporter->get_lut(&table));
+    EXPECT_EQ(table.edge, 32u);
+    EXPECT_EQ(table.data.size(), 32768u);
+    EXPECT_TRUE(table.text.empty());
+    EXPECT_TRUE(fx->query_interface("ccomponent_v1", &found));
+    EXPECT_FALSE(fx->query_interface("no_such_interface", &found));
+}
+
+}  // namespace
+}  // namespace vl1

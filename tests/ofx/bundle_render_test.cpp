@@ -1,0 +1,169 @@
+// The render path of the real bundle: pixels graded exactly as the colour engine grades them
+// for the built-in theme, in every depth and image layout a host may hand over, and the
+// answers for missing images and aborts.
+#include "tests/ofx/bundle_look.h"
+#include "tests/ofx/bundle_test_support.h"
+
+#include "color/lut_sampling.h"
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+namespace {
+
+using namespace bundle_test;
+
+class bundle_render : public bundle_fixture {
+protected:
+    ofxhost::plugin p = ready_plugin();
+    std::shared_ptr<const vl1::hueloom_theme_v1> theme = builtin_theme();
+
+    ofxhost::instance make(const look& values)
+    {
+        return p.create_instance(kOfxImageEffectContextFilter,
+                                 {{"Angle", double(values.angle)},
+                                  {"Strength", double(values.strength)},
+                                  {"Hue", double(values.hue)},
+                                  {"Chroma", double(values.chroma)},
+                                  {"Luminance", double(values.luminance)},
+                                  {"Global Bypass", values.bypass ? 1 : 0}});
+    }
+
+    /// A float image that covers the cube's corners, mid-tones and out-of-range values.
+    static std::shared_ptr<ofxhost::image> test_card(OfxRectI bounds)
+    {
+        auto img = gradient_image(bounds);
+        img->set_pixel(bounds.x1, bounds.y1, {1.5, -0.5, std::numeric_limits<double>::quiet_NaN(), 0.75});
+        img->set_pixel(bounds.x1 + 1, bounds.y1, {1.0, 1.0, 1.0, 1.0});
+        img->set_pixel(bounds.x1 + 2, bounds.y1, {0.0, 0.0, 0.0, 0.0});
+        img->set_pixel(bounds.x1 + 3, bounds.y1, {0.9, 0.6, 0.45, 1.0});  // a skin tone
+        return img;
+    }
+};
+
+TEST_F(bundle_render, EveryPixelIsTheColourEnginesResultForTheBuiltInTheme)
+{
+    ASSERT_TRUE(theme->is_self_consistent());
+    const look values[] = {{0, 0}, {0, 100}, {60, 100}, {137.5f, 65, 150, 40, 120}, {300, 100, 0, 200, 0}};
+    for (const look& v : values) {
+        SCOPED_TRACE(testing::Message() << "angle " << v.angle << " strength " << v.strength);
+        ofxhost::instance inst = make(v);
+        auto source = test_card({0, 0, 24, 16});
+        auto output = render(inst, source);
+        EXPECT_EQ(max_difference(*output, *graded(*source, table_for(*theme, v))), 0.0);
+    }
+}
+
+TEST_F(bundle_render, BypassIsTheIdentityAndStrengthMatters)
+{
+    auto source = test_card({0, 0, 16, 8});
+    ofxhost::instance bypassed = make({90, 100, 100, 100, 100, true});
+    auto identity = render(bypassed, source);
+    EXPECT_EQ(max_difference(*identity, *graded(*source, vl1::lut_argb<32>())), 0.0);
+
+    ofxhost::instance strong = make({90, 100});
+    EXPECT_GT(max_difference(*render(strong, source), *identity), 0.02) << "the theme must show";
+}
+
+TEST_F(bundle_render, HostValuesAreReadAtTheRenderTimeWithKeysAndClamped)
+{
+    ofxhost::instance inst = make({0, 100});
+    inst.param("Angle").set_value_at(1.0, 0.0);
+    inst.param("Angle").set_value_at(11.0, 200.0);
+    auto source = test_card({0, 0, 8, 4});
+    auto at_six = render(inst, source, 6.0);
+    EXPECT_EQ(max_difference(*at_six, *graded(*source, table_for(*theme, {100, 100}))), 0.0);
+
+    // The host's panel may hold a value beyond the range; the effect uses the bound.
+    inst.param("Strength").set_constant(250.0);
+    auto clamped = render(inst, source, 11.0);
+    EXPECT_EQ(max_difference(*clamped, *graded(*source, table_for(*theme, {200, 100}))), 0.0);
+}
+
+TEST_F(bundle_render, EightAndSixteenBitUseTheirScalesAndKeepAlpha)
+{
+    const look v{45, 100};
+    const auto table = table_for(*theme, v);
+    ofxhost::instance inst = make(v);
+    for (auto depth : {ofxhost::pixel_depth::byte, ofxhost::pixel_depth::short_int}) {
+        const bool is_byte = depth == ofxhost::pixel_depth::byte;
+        const double scale = is_byte ? 255.0 : 32767.0;
+        auto source = std::make_shared<ofxhost::image>(depth, OfxRectI{0, 0, 6, 2});
+        for (int x = 0; x < 6; ++x)
+            for (int y = 0; y < 2; ++y)
+                source->set_pixel(x, y, {x * scale / 5.0, (5 - x) * scale / 5.0, y * scale, 0.5 * scale});
+        if (!is_byte)
+            source->set_pixel(5, 1, {65535, 40000, 32767, 32767});  // above 32767 saturates
+        auto output = render(inst, source);
+        for (int x = 0; x < 6; ++x) {
+            for (int y = 0; y < 2; ++y) {
+                const auto s = source->pixel(x, y);
+                const auto unit = [&](double c) { return std::min(float(c / scale), 1.0f); };
+                const vl1::argb_float o =
+                    vl1::sample_lut(table, vl1::argb_float{unit(s[3]), unit(s[0]), unit(s[1]), unit(s[2])});
+                const float expected[4] = {o.r, o.g, o.b, o.a};
+                for (int c = 0; c < 4; ++c)
+                    EXPECT_EQ(output->channel(x, y, c), std::round(double(expected[c]) * scale)) << x << "," << y;
+            }
+        }
+    }
+}
+
+TEST_F(bundle_render, PaddedAndBottomUpRowsAreHonoured)
+{
+    const look v{200, 80};
+    const auto packed_source = test_card({0, 0, 12, 6});
+    const auto expected = graded(*packed_source, table_for(*theme, v));
+    ofxhost::instance inst = make(v);
+    for (ofxhost::image_layout layout : {ofxhost::image_layout{64, false}, ofxhost::image_layout{0, true},
+                                         ofxhost::image_layout{48, true}}) {
+        auto source = std::make_shared<ofxhost::image>(ofxhost::pixel_depth::real, packed_source->bounds(), layout);
+        for (int y = 0; y < 6; ++y)
+            for (int x = 0; x < 12; ++x)
+                source->set_pixel(x, y, packed_source->pixel(x, y));
+        auto output = std::make_shared<ofxhost::image>(ofxhost::pixel_depth::real, source->bounds(), layout);
+        output->fill_bytes(0xAB);
+        const auto padding_before = output->padding_bytes();
+        inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
+        inst.set_clip_image(kOfxImageEffectOutputClipName, output);
+        ASSERT_EQ(inst.render(0.0, source->bounds()), kOfxStatOK);
+        EXPECT_EQ(max_difference(*output, *expected), 0.0) << layout.row_padding_bytes << " " << layout.bottom_up;
+        EXPECT_EQ(output->padding_bytes(), padding_before) << "padding must stay untouched";
+    }
+}
+
+TEST_F(bundle_render, WindowsBeyondTheImagesWriteOnlyWhereBothExist)
+{
+    ofxhost::instance inst = make({30, 100});
+    auto source = test_card({2, 0, 8, 4});  // narrower than the output
+    auto output = std::make_shared<ofxhost::image>(ofxhost::pixel_depth::real, OfxRectI{0, 0, 10, 4});
+    output->fill({0.25, 0.25, 0.25, 0.25});
+    inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
+    inst.set_clip_image(kOfxImageEffectOutputClipName, output);
+    ASSERT_EQ(inst.render(0.0, {-5, -3, 20, 9}), kOfxStatOK);
+    const auto expected = graded(*source, table_for(*theme, {30, 100}));
+    for (int y = 0; y < 4; ++y) {
+        for (int x = 0; x < 10; ++x) {
+            if (x >= 2 && x < 8)
+                EXPECT_EQ(output->pixel(x, y), expected->pixel(x, y));
+            else
+                EXPECT_EQ(output->pixel(x, y), (std::array<double, 4>{0.25, 0.25, 0.25, 0.25}));
+        }
+    }
+}
+
+TEST_F(bundle_render, AFailedFetchAnswersByTheAbortState)
+{
+    ofxhost::instance inst = make({});
+    auto source = test_card({0, 0, 4, 4});
+    inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
+    inst.set_clip_image(kOfxImageEffectOutputClipName, std::make_shared<ofxhost::image>(source->depth(), source->bounds()));
+    h.fail_call(ofxhost::failing("clipGetImage").for_argument(kOfxImageEffectSimpleSourceClipName));
+    EXPECT_EQ(inst.render(0.0, source->bounds()), kOfxStatFailed);
+    inst.set_abort(true);
+    EXPECT_EQ(inst.render(0.0, source->bounds()), kOfxStatOK);
+    EXPECT_EQ(inst.outstanding_images(), 0) << "the output image is given back";
+}
+
+}  // namespace
