@@ -125,13 +125,14 @@ OfxPropertySetHandle effect::lend_image(clip& c, OfxTime time)
     auto lease = std::make_unique<image_lease>();
     lease->img = img;
     property_set& p = lease->props;
-    const OfxRectI b = img->bounds();
+    const auto& claims = img->claims;
+    const OfxRectI b = claims.bounds.value_or(img->bounds());
     p.define_string(kOfxPropType, {kOfxTypeImage});
-    p.define_pointer(kOfxImagePropData, img->data());
+    p.define_pointer(kOfxImagePropData, claims.null_data ? nullptr : img->data());
     p.define_int(kOfxImagePropBounds, {b.x1, b.y1, b.x2, b.y2});
     p.define_int(kOfxImagePropRegionOfDefinition, {b.x1, b.y1, b.x2, b.y2});
-    p.define_int(kOfxImagePropRowBytes, {img->row_bytes()});
-    p.define_string(kOfxImageEffectPropPixelDepth, {depth_name(img->depth())});
+    p.define_int(kOfxImagePropRowBytes, {claims.row_bytes.value_or(img->row_bytes())});
+    p.define_string(kOfxImageEffectPropPixelDepth, {claims.pixel_depth.value_or(depth_name(img->depth()))});
     p.define_string(kOfxImageEffectPropComponents, {kOfxImageComponentRGBA});
     p.define_string(kOfxImageEffectPropPreMultiplication, {img->premultiplication});
     p.define_double(kOfxImageEffectPropRenderScale, {img->render_scale[0], img->render_scale[1]});

@@ -8,6 +8,7 @@
 #include "ofx/api/ofx_core.h"
 
 #include <array>
+#include <optional>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -44,6 +45,15 @@ public:
     std::string premultiplication = "OfxImageAlphaPremultiplied";
     std::string field = "OfxFieldNone";
     std::string unique_id;
+
+    /// What a broken host may claim instead of the truth, for tests that play one: the
+    /// image's property set then says this, whatever the storage holds.
+    struct lies {
+        bool null_data = false;
+        std::optional<std::string> pixel_depth;
+        std::optional<int> row_bytes;
+        std::optional<OfxRectI> bounds;
+    } claims;
     double pixel_aspect_ratio = 1.0;
     std::array<double, 2> render_scale{1.0, 1.0};
 
