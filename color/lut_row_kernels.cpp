@@ -112,4 +112,14 @@ void apply_lut_row(const lut_argb<32>& lut, rgba_depth in_depth, const void* in,
         apply_row_scalar(lut.data.data(), in_depth, src, out_depth, dst, count);
 }
 
+bool apply_lut_row_bits(const lut_argb<32>& lut, int in_bits, const void* in, int out_bits, void* out, int count)
+{
+    const std::optional<rgba_depth> from = rgba_depth_from_bits(in_bits);
+    const std::optional<rgba_depth> to = rgba_depth_from_bits(out_bits);
+    if (!from || !to || count < 0)
+        return false;
+    apply_lut_row(lut, *from, in, *to, out, static_cast<std::size_t>(count));
+    return true;
+}
+
 }  // namespace vl1

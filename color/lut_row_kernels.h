@@ -18,6 +18,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 
 #include "color/lut_argb.h"
 
@@ -25,6 +26,17 @@ namespace vl1 {
 
 /// Bits per channel of an RGBA row.
 enum class rgba_depth { u8 = 8, u16 = 16, f32 = 32 };
+
+/// The depth of `bits` per channel: 8, 16 or 32; empty for any other number.
+constexpr std::optional<rgba_depth> rgba_depth_from_bits(int bits)
+{
+    switch (bits) {
+    case 8: return rgba_depth::u8;
+    case 16: return rgba_depth::u16;
+    case 32: return rgba_depth::f32;
+    default: return std::nullopt;
+    }
+}
 
 /// Bytes of one RGBA pixel of `depth`: 4, 8 or 16.
 constexpr std::size_t rgba_pixel_bytes(rgba_depth depth)
@@ -51,5 +63,10 @@ row_kernel_path best_row_kernel_path();
 /// std::out_of_range("vector") before touching a pixel if `lut` lost its 32768 entries.
 void apply_lut_row(const lut_argb<32>& lut, rgba_depth in_depth, const void* in, rgba_depth out_depth, void* out,
                    std::size_t count, row_kernel_path path = best_row_kernel_path());
+
+/// apply_lut_row with the depths in bits per channel (8, 16 or 32), the form in which a
+/// component's row-wise face (framework/irow_processor.h) receives them. False, touching
+/// nothing, for any other depth or a negative count.
+bool apply_lut_row_bits(const lut_argb<32>& lut, int in_bits, const void* in, int out_bits, void* out, int count);
 
 }  // namespace vl1

@@ -7,14 +7,11 @@
 #include <cstdint>
 #include <cstring>
 
+#include "color/lut_sample_sse2.h"
+
 namespace vl1::detail {
 
 namespace {
-
-// Lane orders: pixels arrive as r, g, b, a; table entries and the working colour are
-// a, r, g, b.
-inline __m128 rgba_to_argb(__m128 v) { return _mm_shuffle_ps(v, v, _MM_SHUFFLE(2, 1, 0, 3)); }
-inline __m128 argb_to_rgba(__m128 v) { return _mm_shuffle_ps(v, v, _MM_SHUFFLE(0, 3, 2, 1)); }
 
 // v < 1 ? v : 1 per lane, as the scalar reading rule.
 inline __m128 at_most_one(__m128 v) { return _mm_min_ps(v, _mm_set1_ps(1.0f)); }
@@ -96,42 +93,60 @@ void store_pixel(rgba_depth depth, std::byte* p, __m128 rgba)
     }
 }
 
-inline __m128 lerp(__m128 low, __m128 high, __m128 f)
+// The working colour stays in pixel order r, g, b, a; a sample comes back in table order
+// a, r, g, b and leaves as r, g, b with the pixel's own alpha.
+inline __m128 with_pixel_alpha(__m128 argb, __m128 rgba)
 {
-    return _mm_add_ps(_mm_mul_ps(_mm_sub_ps(high, low), f), low);
+    const __m128 blue_alpha = _mm_shuffle_ps(argb, rgba, _MM_SHUFFLE(3, 3, 3, 3));  // b, b, a, a
+    return _mm_shuffle_ps(argb, blue_alpha, _MM_SHUFFLE(2, 0, 2, 1));
 }
 
-// sample_lut_32 with the colour in lanes a, r, g, b: the alpha lane is scaled and clamped
-// along with the others but its index is never used.
-__m128 sample(const argb_float* table, __m128 argb)
+// One loop per pair of depths, so that no pixel pays for the choice. Four pixels per turn,
+// their cells found two at a time: one pixel's table reads overlap another's chain of
+// lerps. All four are read before any is written, so a row processed in place stays
+// correct. Every loaded pixel lies in -0.0..1.0, which spares the grid position's upper clamp.
+template <rgba_depth In, rgba_depth Out>
+void apply_row(const argb_float* table, const std::byte* in, std::byte* out, std::size_t count)
 {
-    __m128 x = _mm_mul_ps(argb, _mm_set1_ps(31.0f));
-    x = _mm_and_ps(_mm_cmpgt_ps(x, _mm_setzero_ps()), x);  // x > 0 ? x : 0
-    x = _mm_min_ps(x, _mm_set1_ps(31.0f));                  // x < 31 ? x : 31
-    const __m128i i0 = _mm_cvttps_epi32(x);
-    const __m128i i1 = _mm_add_epi32(_mm_min_epi16(i0, _mm_set1_epi32(30)), _mm_set1_epi32(1));
-    const __m128 f = _mm_sub_ps(x, _mm_cvtepi32_ps(i0));
+    constexpr std::size_t in_step = rgba_pixel_bytes(In);
+    constexpr std::size_t out_step = rgba_pixel_bytes(Out);
+    std::size_t i = 0;
+    for (; i + 4 <= count; i += 4, in += 4 * in_step, out += 4 * out_step) {
+        const __m128 p0 = load_pixel(In, in);
+        const __m128 p1 = load_pixel(In, in + in_step);
+        const __m128 p2 = load_pixel(In, in + 2 * in_step);
+        const __m128 p3 = load_pixel(In, in + 3 * in_step);
+        __m128 r0, r1, r2, r3;
+        trilinear_pair_sse2<0, 1, 2, true>(table, p0, p1, r0, r1);
+        trilinear_pair_sse2<0, 1, 2, true>(table, p2, p3, r2, r3);
+        store_pixel(Out, out, with_pixel_alpha(r0, p0));
+        store_pixel(Out, out + out_step, with_pixel_alpha(r1, p1));
+        store_pixel(Out, out + 2 * out_step, with_pixel_alpha(r2, p2));
+        store_pixel(Out, out + 3 * out_step, with_pixel_alpha(r3, p3));
+    }
+    for (; i + 2 <= count; i += 2, in += 2 * in_step, out += 2 * out_step) {
+        const __m128 first = load_pixel(In, in);
+        const __m128 second = load_pixel(In, in + in_step);
+        __m128 first_result, second_result;
+        trilinear_pair_sse2<0, 1, 2, true>(table, first, second, first_result, second_result);
+        store_pixel(Out, out, with_pixel_alpha(first_result, first));
+        store_pixel(Out, out + out_step, with_pixel_alpha(second_result, second));
+    }
+    if (i < count) {
+        const __m128 last = load_pixel(In, in);
+        store_pixel(Out, out, with_pixel_alpha(trilinear_sse2<0, 1, 2, true>(table, last), last));
+    }
+}
 
-    alignas(16) int32_t lo[4];
-    alignas(16) int32_t hi[4];
-    _mm_store_si128(reinterpret_cast<__m128i*>(lo), i0);
-    _mm_store_si128(reinterpret_cast<__m128i*>(hi), i1);
-    const int32_t r[2] = {lo[1] * 1024, hi[1] * 1024};
-    const int32_t g[2] = {lo[2] * 32, hi[2] * 32};
-    const int32_t b[2] = {lo[3], hi[3]};
-    const auto at = [table](int32_t index) { return _mm_loadu_ps(&table[index].a); };
-
-    const __m128 fr = _mm_shuffle_ps(f, f, _MM_SHUFFLE(1, 1, 1, 1));
-    const __m128 fg = _mm_shuffle_ps(f, f, _MM_SHUFFLE(2, 2, 2, 2));
-    const __m128 fb = _mm_shuffle_ps(f, f, _MM_SHUFFLE(3, 3, 3, 3));
-
-    const __m128 g0b0 = lerp(at(r[0] + g[0] + b[0]), at(r[1] + g[0] + b[0]), fr);
-    const __m128 g0b1 = lerp(at(r[0] + g[0] + b[1]), at(r[1] + g[0] + b[1]), fr);
-    const __m128 g1b0 = lerp(at(r[0] + g[1] + b[0]), at(r[1] + g[1] + b[0]), fr);
-    const __m128 g1b1 = lerp(at(r[0] + g[1] + b[1]), at(r[1] + g[1] + b[1]), fr);
-    const __m128 b0 = lerp(g0b0, g1b0, fg);
-    const __m128 b1 = lerp(g0b1, g1b1, fg);
-    return _mm_move_ss(lerp(b0, b1, fb), argb);  // alpha of the input
+template <rgba_depth In>
+void apply_row_from(const argb_float* table, rgba_depth out_depth, const std::byte* in, std::byte* out,
+                    std::size_t count)
+{
+    switch (out_depth) {
+    case rgba_depth::u8: return apply_row<In, rgba_depth::u8>(table, in, out, count);
+    case rgba_depth::u16: return apply_row<In, rgba_depth::u16>(table, in, out, count);
+    case rgba_depth::f32: return apply_row<In, rgba_depth::f32>(table, in, out, count);
+    }
 }
 
 }  // namespace
@@ -139,10 +154,11 @@ __m128 sample(const argb_float* table, __m128 argb)
 void apply_row_sse2(const argb_float* table, rgba_depth in_depth, const std::byte* in, rgba_depth out_depth,
                     std::byte* out, std::size_t count)
 {
-    const std::size_t in_step = rgba_pixel_bytes(in_depth);
-    const std::size_t out_step = rgba_pixel_bytes(out_depth);
-    for (std::size_t i = 0; i < count; ++i, in += in_step, out += out_step)
-        store_pixel(out_depth, out, argb_to_rgba(sample(table, rgba_to_argb(load_pixel(in_depth, in)))));
+    switch (in_depth) {
+    case rgba_depth::u8: return apply_row_from<rgba_depth::u8>(table, out_depth, in, out, count);
+    case rgba_depth::u16: return apply_row_from<rgba_depth::u16>(table, out_depth, in, out, count);
+    case rgba_depth::f32: return apply_row_from<rgba_depth::f32>(table, out_depth, in, out, count);
+    }
 }
 
 }  // namespace vl1::detail

@@ -13,7 +13,8 @@ namespace vl1 {
 argb_float sample_lut(const lut_argb<32>& table, const argb_float& in);
 
 /// Replaces every entry of `target` by sample_lut(map, entry), so each entry keeps its own
-/// alpha. Works on a copy (one 512 KiB allocation), so no entry is read after it changed.
+/// alpha. Each entry is computed from its old value only; a table mapped through itself is
+/// mapped from a copy (one 512 KiB allocation), any other in place without allocating.
 void map_lut_through(lut_argb<32>& target, const lut_argb<32>& map);
 
 }  // namespace vl1

@@ -1,5 +1,6 @@
 #include "effect/hueloom.h"
 
+#include "color/lut_row_kernels.h"
 #include "color/lut_sampling.h"
 #include "framework/log.h"
 #include "themes/hueloom_vault.h"
@@ -27,6 +28,10 @@ bool hueloom::query_interface(const std::string& id, iobject** out)
 {
     if (out != nullptr && uid(id.c_str()) == lut_exporter::ifc_id) {
         *out = static_cast<lut_exporter*>(this);
+        return true;
+    }
+    if (out != nullptr && uid(id.c_str()) == irow_processor_v1::ifc_id) {
+        *out = static_cast<irow_processor_v1*>(this);
         return true;
     }
     return ccomponent_v1::query_interface(id, out);
@@ -76,6 +81,12 @@ void hueloom::notify(event e)
 void hueloom::process_pixel(int /*x*/, int /*y*/, const argb_float& in, argb_float* out)
 {
     *out = sample_lut(result_lut, in);
+}
+
+bool hueloom::process_row(int /*x*/, int /*y*/, int in_depth, const uint8_t* in, int out_depth, uint8_t* out,
+                          int count)
+{
+    return apply_lut_row_bits(result_lut, in_depth, in, out_depth, out, count);
 }
 
 void hueloom::calculateResultLut()

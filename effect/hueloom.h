@@ -18,6 +18,7 @@
 #include "color/lut_exporter.h"
 #include "effect/hueloom_parameters.h"
 #include "framework/ccomponent.h"
+#include "framework/irow_processor.h"
 
 namespace vl1 {
 
@@ -26,7 +27,7 @@ class hueloom_vault;
 /// Size of the saved state beyond the base part: the flag byte and the theme record.
 inline constexpr std::size_t hueloom_theme_record_size = 4325580;  // theme_state_entry_v1
 
-class hueloom : public ccomponent_v1, public lut_exporter {
+class hueloom : public ccomponent_v1, public lut_exporter, public irow_processor_v1 {
 public:
     static constexpr uid ifc_id{"hueloom"};
 
@@ -43,6 +44,10 @@ public:
     void notify(event e) override;
     /// The hot path: one trilinear sample of result_lut, no lock.
     void process_pixel(int x, int y, const argb_float& in, argb_float* out) override;
+    /// The same for a whole row, through the colour engine's row kernel: the render path's
+    /// bytes without a call per pixel.
+    bool process_row(int x, int y, int in_depth, const uint8_t* in, int out_depth, uint8_t* out,
+                     int count) override;
 
     bool get_lut(lut_argb_variable* lut) override;
 

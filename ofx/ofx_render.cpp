@@ -1,48 +1,17 @@
 // "OfxImageEffectActionRender": brings the component up to the host's values for the frame,
 // lets it prepare its table, and sends every pixel of the render window through it, rows in
 // parallel.
-#include <tbb/blocked_range.h>
-#include <tbb/parallel_for.h>
-#include <tbb/task_arena.h>
-
-#include <algorithm>
-
 #include "framework/image.h"
 #include "framework/log.h"
 #include "ofx/ofx_actions.h"
 #include "ofx/ofx_image_view.h"
 #include "ofx/ofx_param_bridge.h"
-#include "ofx/ofx_pixel_io.h"
 #include "ofx/ofx_plugin_state.h"
+#include "ofx/ofx_render_rows.h"
 #include "ofx/ofx_state_bridge.h"
 
 namespace vl1 {
 namespace {
-
-/// Row tasks run at high priority, ahead of whatever else the process has queued on TBB.
-tbb::task_arena& render_arena()
-{
-    static auto* arena = new tbb::task_arena(tbb::task_arena::automatic, 1, tbb::task_arena::priority::high);
-    return *arena;
-}
-
-/// One row of the window. Pixels outside the output or the source bounds are left alone.
-void render_row(icomponent_v1& component, const OfxRectI& window, int y, const ofx_image_view& src,
-                const ofx_image_view& dst)
-{
-    if (src.data == nullptr || dst.data == nullptr)
-        return;
-    if (y < dst.bounds.y1 || y >= dst.bounds.y2 || y < src.bounds.y1 || y >= src.bounds.y2)
-        return;
-    const int x_begin = std::max({window.x1, dst.bounds.x1, src.bounds.x1});
-    const int x_end = std::min({window.x2, dst.bounds.x2, src.bounds.x2});
-    for (int x = x_begin; x < x_end; ++x) {
-        const argb_float in = read_pixel(src.depth, src.pixel(x, y));
-        argb_float out = in;
-        component.process_pixel(x, y, in, &out);
-        write_pixel(dst.depth, dst.pixel(x, y), out);
-    }
-}
 
 /// The frame's pixel work: steps between fetching the images and releasing them.
 void render_pixels(icomponent_v1& component, const host_suites& s, const OfxRectI& window,
@@ -58,12 +27,7 @@ void render_pixels(icomponent_v1& component, const host_suites& s, const OfxRect
     log_text("Notify event_render_setup");
     component.notify(event(event_render_setup));
     log("OFX Render {0} {1} {2} ", w, h, (h << 16) + (w & 0x7fff) * 2 + 1);
-    render_arena().execute([&] {
-        tbb::parallel_for(tbb::blocked_range<int>(0, h, 1), [&](const tbb::blocked_range<int>& rows) {
-            for (int i = rows.begin(); i < rows.end(); ++i)
-                render_row(component, window, window.y1 + i, src, dst);
-        });
-    });
+    render_window_rows(component, window, src, dst, render_arena());
     log_text("Notify event_render");
     component.notify(event(event_render));
     log_text("Notify event_render_setdown");

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "color/argb_float_ops.h"
 #include "color/lut_difference.h"
+#include "tests/color/float_edge_values.h"
 #include "tests/color/lut_test_tables.h"
 
 namespace vl1 {
@@ -53,6 +55,32 @@ TEST(AddLutDifference, WeightZeroAndNanLeaveNoNan)
     add_lut_difference(lut, offset_red(0.3f), std::nanf(""));
     for (const argb_float& e : lut.data)
         ASSERT_TRUE(e == e);
+}
+
+TEST(AddLutDifference, EveryEntryGetsTheBitsOfTheRuleWhateverItHolds)
+{
+    test::edge_float_source values(41);
+    lut_argb<32> start;
+    lut_argb<32> source;
+    for (std::size_t i = 0; i < start.data.size(); ++i) {
+        start.data[i] = values.colour();
+        source.data[i] = values.colour();
+    }
+    const auto clamp = [](float v) { return std::min(1.0f, std::max(0.0f, v)); };
+    for (const float weight : {0.0f, -0.0f, 0.3f, 1.0f, -2.5f, 1e20f, std::nanf("")}) {
+        lut_argb<32> lut = start;
+        add_lut_difference(lut, source, weight);
+        for (std::size_t r = 0; r < 32; ++r)
+            for (std::size_t g = 0; g < 32; ++g)
+                for (std::size_t b = 0; b < 32; ++b) {
+                    const std::size_t i = lut_index(32, r, g, b);
+                    const argb_float identity{1.0f, static_cast<float>(r) / 31.0f, static_cast<float>(g) / 31.0f,
+                                              static_cast<float>(b) / 31.0f};
+                    const argb_float v = start.data[i] + (source.data[i] - identity) * weight;
+                    const argb_float expected{clamp(v.a), clamp(v.r), clamp(v.g), clamp(v.b)};
+                    ASSERT_TRUE(test::same_bits(lut.data[i], expected)) << "entry " << i << ", weight " << weight;
+                }
+    }
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "color/lut_row_kernels.h"
+#include "color/lut_sample_kernel.h"
 #include "color/lut_sampling.h"
 #include "tests/color/lut_test_tables.h"
 
@@ -98,20 +99,22 @@ std::vector<lut_argb<32>> test_tables()
     return {lut_argb<32>(), wild};
 }
 
+// Pixel by pixel with the scalar sampling step: the reference every row path must match.
 std::vector<std::byte> per_pixel_reference(const lut_argb<32>& lut, rgba_depth in_depth, const std::vector<std::byte>& in,
                                            rgba_depth out_depth, std::size_t count)
 {
     std::vector<std::byte> out(count * rgba_pixel_bytes(out_depth));
     for (std::size_t i = 0; i < count; ++i)
         write_rgba_pixel(out_depth, &out[i * rgba_pixel_bytes(out_depth)],
-                         sample_lut(lut, read_rgba_pixel(in_depth, &in[i * rgba_pixel_bytes(in_depth)])));
+                         detail::sample_lut_32(lut.data.data(), read_rgba_pixel(in_depth, &in[i * rgba_pixel_bytes(in_depth)])));
     return out;
 }
 
 TEST(ApplyLutRow, ScalarSimdAndPerPixelSamplingGiveIdenticalBits)
 {
     EXPECT_EQ(best_row_kernel_path(), row_kernel_path::sse2) << "this build has no SSE2 path";
-    constexpr std::size_t count = 4096;
+    // An odd count: the SIMD loop takes pixels in pairs and the last one alone.
+    constexpr std::size_t count = 4095;
     std::mt19937 rng(2024);
     for (const lut_argb<32>& lut : test_tables()) {
         for (const rgba_depth in_depth : all_depths) {
@@ -136,6 +139,39 @@ TEST(ApplyLutRow, WorksInPlaceAndKeepsAlpha)
     const lut_argb<32> identity;
     apply_lut_row(identity, rgba_depth::u8, row.data(), rgba_depth::u8, row.data(), 2);
     EXPECT_EQ(row, (std::vector<uint8_t>{10, 20, 30, 77, 255, 255, 255, 0}));
+}
+
+TEST(ApplyLutRow, InPlaceRowsOfEveryLengthGiveThePerPixelBits)
+{
+    std::mt19937 rng(99);
+    const lut_argb<32> lut = test_tables()[1];
+    for (const rgba_depth depth : all_depths) {
+        for (const std::size_t count : {std::size_t{1}, std::size_t{2}, std::size_t{3}, std::size_t{64}, std::size_t{65}}) {
+            std::vector<std::byte> row = test_row(depth, count, rng);
+            const std::vector<std::byte> expected = per_pixel_reference(lut, depth, row, depth, count);
+            apply_lut_row(lut, depth, row.data(), depth, row.data(), count);
+            ASSERT_EQ(std::memcmp(row.data(), expected.data(), row.size()), 0)
+                << "depth " << static_cast<int>(depth) << ", " << count << " pixels";
+        }
+    }
+}
+
+TEST(ApplyLutRowBits, TakesTheThreeDepthsInBitsAndDeclinesAnythingElse)
+{
+    const lut_argb<32> lut = test_tables()[1];
+    std::mt19937 rng(5);
+    const std::vector<std::byte> in = test_row(rgba_depth::u16, 9, rng);
+    const std::vector<std::byte> expected = per_pixel_reference(lut, rgba_depth::u16, in, rgba_depth::u8, 9);
+    std::vector<std::byte> out(9 * 4, std::byte{0x5A});
+    ASSERT_TRUE(apply_lut_row_bits(lut, 16, in.data(), 8, out.data(), 9));
+    EXPECT_EQ(out, expected);
+
+    const std::vector<std::byte> untouched(9 * 16, std::byte{0x5A});
+    std::vector<std::byte> wide = untouched;
+    EXPECT_FALSE(apply_lut_row_bits(lut, 16, in.data(), 0, wide.data(), 9));
+    EXPECT_FALSE(apply_lut_row_bits(lut, 24, in.data(), 32, wide.data(), 9));
+    EXPECT_FALSE(apply_lut_row_bits(lut, 16, in.data(), 32, wide.data(), -1));
+    EXPECT_EQ(wide, untouched);
 }
 
 TEST(ApplyLutRow, TableOfWrongSizeIsRefusedBeforeAnyPixel)

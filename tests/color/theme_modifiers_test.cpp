@@ -1,9 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <memory>
 
+#include "color/hsl.h"
 #include "color/hueloom_theme_v1.h"
 #include "color/lut_sampling.h"
+#include "tests/color/float_edge_values.h"
 #include "tests/color/lut_test_tables.h"
 
 namespace vl1 {
@@ -142,6 +146,52 @@ TEST(ApplyTheme, InconsistentThemeLeavesTheTableUntouched)
     lut_argb<32> lut;
     theme.apply_theme(lut, 90.0f, 1.0f, 2.0f, 2.0f, 2.0f);
     expect_identity(lut, 0.0f);
+}
+
+// The refinement rule for one entry in its plainest form: both colours to HSL, each property's
+// change scaled, the hue the shorter way round, back to RGB, clamped.
+argb_float refined_by_rule(const argb_float& ref, const argb_float& cur, float hue, float chroma, float luminance)
+{
+    const auto clamp = [](float v) { return std::min(1.0f, std::max(0.0f, v)); };
+    const hsl_float r = rgb_to_hsl(ref.r, ref.g, ref.b);
+    const hsl_float c = rgb_to_hsl(cur.r, cur.g, cur.b);
+    hsl_float t;
+    t.s = clamp(r.s + (c.s - r.s) * chroma);
+    t.l = clamp(r.l + (c.l - r.l) * luminance);
+    const float cw = std::fmod(c.h + 360.0f - r.h, 360.0f);
+    const float ccw = std::fmod(r.h + 360.0f - c.h, 360.0f);
+    const float delta = cw <= ccw ? cw : -ccw;
+    t.h = std::fmod(delta * hue + (r.h + 360.0f), 360.0f);
+    const rgb_float rgb = hsl_to_rgb(t);
+    return {cur.a, clamp(rgb.r), clamp(rgb.g), clamp(rgb.b)};
+}
+
+TEST(ThemeModifiers, EveryEntryGetsTheBitsOfTheRuleWhateverItHolds)
+{
+    // Tables of ordinary graded colours and of edge values (NaN, infinities, signed zeros,
+    // values far outside 0..1), under neutral, ordinary and extreme factors.
+    test::edge_float_source values(31);
+    lut_argb<32> ordinary;
+    for (argb_float& e : ordinary.data)
+        e = {values.next(0.0f, 1.0f), values.next(0.0f, 1.0f), values.next(0.0f, 1.0f), values.next(0.0f, 1.0f)};
+    lut_argb<32> wild;
+    for (argb_float& e : wild.data)
+        e = values.colour(-0.5f, 1.5f);
+    const lut_argb<32> reference;
+    const float factors[][3] = {{1.0f, 1.0f, 1.0f}, {1.3f, 0.8f, 1.15f}, {0.0f, 2.0f, 0.0f}, {2.0f, 0.0f, 2.0f},
+                                {0.37f, 1.61f, 0.93f}, {-0.5f, 3.0f, 1e6f}};
+    for (const lut_argb<32>& start : {ordinary, wild, graded()}) {
+        for (const auto& f : factors) {
+            hueloom_theme_v1 theme;
+            lut_argb<32> lut = start;
+            theme.apply_theme_modifiers(lut, f[0], f[1], f[2]);
+            for (std::size_t i = 0; i < lut.data.size(); ++i) {
+                const argb_float expected = refined_by_rule(reference.data[i], start.data[i], f[0], f[1], f[2]);
+                ASSERT_TRUE(test::same_bits(lut.data[i], expected))
+                    << "entry " << i << " with factors " << f[0] << ", " << f[1] << ", " << f[2];
+            }
+        }
+    }
 }
 
 }  // namespace

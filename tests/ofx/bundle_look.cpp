@@ -2,38 +2,16 @@
 
 #include "color/lut_sampling.h"
 #include "tests/ofx/bundle_test_support.h"
-#include "themes/hueloom_theme_file_serializer_v1.h"
+#include "themes/hueloom_theme_state_serializer_v1.h"
+
+#include <sodium.h>
 
 #include <algorithm>
-#include <cstring>
 #include <cmath>
+#include <cstring>
 #include <stdexcept>
 
 namespace bundle_test {
-
-std::shared_ptr<const vl1::hueloom_theme_v1> builtin_theme()
-{
-    auto theme = std::make_shared<vl1::hueloom_theme_v1>();
-    const auto path = bundle_path() / "Contents" / "Resources" / "theme_00000001.hlt";
-    if (!vl1::hueloom_theme_file_serializer_v1::read_theme_from_file(*theme, path.string()))
-        throw std::runtime_error("cannot read the built-in theme " + path.string());
-    return theme;
-}
-
-vl1::lut_argb<32> table_for(const vl1::hueloom_theme_v1& theme, const look& values)
-{
-    vl1::lut_argb<32> table;
-    if (values.bypass)
-        return table;
-    if (theme.is_self_consistent()) {
-        theme.apply_theme_luts(table, 360.0f - values.angle, static_cast<float>(values.strength / 100.0));
-        theme.apply_theme_modifiers(table, static_cast<float>(values.hue / 100.0),
-                                    static_cast<float>(values.chroma / 100.0),
-                                    static_cast<float>(values.luminance / 100.0));
-        theme.apply_post_processing(table);
-    }
-    return table;
-}
 
 std::shared_ptr<ofxhost::image> graded(const ofxhost::image& source, const vl1::lut_argb<32>& table)
 {
@@ -63,32 +41,6 @@ double max_difference(const ofxhost::image& a, const ofxhost::image& b)
                 worst = std::isnan(d) ? INFINITY : std::max(worst, d);
             }
     return worst;
-}
-
-}  // namespace bundle_test
-
-#include "themes/hueloom_theme_state_serializer_v1.h"
-
-#include <sodium.h>
-
-namespace bundle_test {
-
-std::shared_ptr<vl1::hueloom_theme_v1> travelling_theme()
-{
-    auto theme = std::make_shared<vl1::hueloom_theme_v1>();
-    theme->uid = 0x7e57f00d;
-    theme->name = "Travelling";
-    const float shifts[4][3] = {{0.08f, 0.0f, -0.08f}, {0.0f, 0.06f, 0.0f}, {-0.08f, 0.0f, 0.08f}, {0.05f, -0.05f, 0.05f}};
-    for (int i = 0; i < 4; ++i) {
-        auto lut = std::make_shared<vl1::lut_argb<32>>();
-        for (auto& e : lut->data) {
-            e.r = std::clamp(e.r + shifts[i][0], 0.0f, 1.0f);
-            e.g = std::clamp(e.g + shifts[i][1], 0.0f, 1.0f);
-            e.b = std::clamp(e.b + shifts[i][2], 0.0f, 1.0f);
-        }
-        theme->luts.push_back({lut, 90.0f * i});
-    }
-    return theme;
 }
 
 std::vector<uint8_t> state_blob_with(const vl1::hueloom_theme_v1& theme, std::size_t extra)

@@ -5,38 +5,25 @@
 
 #include "color/hueloom_theme_v1.h"
 #include "host/image.h"
+#include "tests/support/theme_looks.h"
 
+#include <cstdint>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace bundle_test {
 
-struct look {
-    float angle = 0.0f;
-    float strength = 0.0f;
-    float hue = 100.0f;
-    float chroma = 100.0f;
-    float luminance = 100.0f;
-    bool bypass = false;
-};
-
-/// The built-in theme, read from the bundle's resources.
-std::shared_ptr<const vl1::hueloom_theme_v1> builtin_theme();
-
-/// The table the effect builds for `theme` at `values`.
-vl1::lut_argb<32> table_for(const vl1::hueloom_theme_v1& theme, const look& values);
+using hueloom_test::builtin_theme;
+using hueloom_test::look;
+using hueloom_test::table_for;
+using hueloom_test::travelling_theme;
 
 /// `source` (float RGBA) graded through `table` as the render path does it.
 std::shared_ptr<ofxhost::image> graded(const ofxhost::image& source, const vl1::lut_argb<32>& table);
 
 /// Largest difference of any channel of any pixel; 0 when every bit matches.
 double max_difference(const ofxhost::image& a, const ofxhost::image& b);
-
-}  // namespace bundle_test
-
-namespace bundle_test {
-
-/// A theme of four gentle LUTs that no machine has installed, uid 0x7e57f00d.
-std::shared_ptr<vl1::hueloom_theme_v1> travelling_theme();
 
 /// A saved state as the effect writes it: parameters left to the host, then `theme`.
 /// `extra` zero bytes are appended (a blob of another length than a multiple of three).

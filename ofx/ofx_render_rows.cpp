@@ -1,0 +1,60 @@
+#include "ofx/ofx_render_rows.h"
+
+#include <tbb/blocked_range.h>
+#include <tbb/parallel_for.h>
+
+#include <algorithm>
+
+#include "ofx/ofx_pixel_io.h"
+
+namespace vl1 {
+
+tbb::task_arena& render_arena()
+{
+    static auto* arena = new tbb::task_arena(tbb::task_arena::automatic, 1, tbb::task_arena::priority::high);
+    return *arena;
+}
+
+irow_processor_v1* find_row_processor(icomponent_v1& component)
+{
+    iobject* face = nullptr;
+    if (!component.query_interface("irow_processor_v1", &face) || face == nullptr)
+        return nullptr;
+    return static_cast<irow_processor_v1*>(face);
+}
+
+void render_row(icomponent_v1& component, irow_processor_v1* rows, const OfxRectI& window, int y,
+                const ofx_image_view& src, const ofx_image_view& dst)
+{
+    if (src.data == nullptr || dst.data == nullptr)
+        return;
+    if (y < dst.bounds.y1 || y >= dst.bounds.y2 || y < src.bounds.y1 || y >= src.bounds.y2)
+        return;
+    const int x_begin = std::max({window.x1, dst.bounds.x1, src.bounds.x1});
+    const int x_end = std::min({window.x2, dst.bounds.x2, src.bounds.x2});
+    if (rows != nullptr && x_begin < x_end &&
+        rows->process_row(x_begin, y, src.depth, src.pixel(x_begin, y), dst.depth, dst.pixel(x_begin, y),
+                          x_end - x_begin))
+        return;
+    for (int x = x_begin; x < x_end; ++x) {
+        const argb_float in = read_pixel(src.depth, src.pixel(x, y));
+        argb_float out = in;
+        component.process_pixel(x, y, in, &out);
+        write_pixel(dst.depth, dst.pixel(x, y), out);
+    }
+}
+
+void render_window_rows(icomponent_v1& component, const OfxRectI& window, const ofx_image_view& src,
+                        const ofx_image_view& dst, tbb::task_arena& arena)
+{
+    const int h = window.y2 - window.y1;
+    irow_processor_v1* const row_face = find_row_processor(component);
+    arena.execute([&] {
+        tbb::parallel_for(tbb::blocked_range<int>(0, h, 1), [&](const tbb::blocked_range<int>& range) {
+            for (int i = range.begin(); i < range.end(); ++i)
+                render_row(component, row_face, window, window.y1 + i, src, dst);
+        });
+    });
+}
+
+}  // namespace vl1

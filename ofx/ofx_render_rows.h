@@ -1,0 +1,33 @@
+// The pixel loop of a render: every row of the render window through the component's
+// process_pixel, rows in parallel. Kept apart from the render action so that anything that
+// must measure or check the loop the host gets (the benchmark) runs this very code.
+#pragma once
+
+#include <tbb/task_arena.h>
+
+#include "framework/icomponent.h"
+#include "framework/irow_processor.h"
+#include "ofx/ofx_image_view.h"
+
+namespace vl1 {
+
+/// Row y of `window`: each pixel inside both images' bounds is read, passed through
+/// process_pixel and written. Pixels outside either image, or with a null data pointer,
+/// stay untouched. With `rows` (the component's irow_processor_v1) the run of pixels goes
+/// through it in one call, unless it declines the depths.
+void render_row(icomponent_v1& component, irow_processor_v1* rows, const OfxRectI& window, int y,
+                const ofx_image_view& src, const ofx_image_view& dst);
+
+/// The component's row-wise face, or null when it has none.
+irow_processor_v1* find_row_processor(icomponent_v1& component);
+
+/// All rows of `window`, one task per row, run inside `arena`; row-wise where the component
+/// offers it.
+void render_window_rows(icomponent_v1& component, const OfxRectI& window, const ofx_image_view& src,
+                        const ofx_image_view& dst, tbb::task_arena& arena);
+
+/// The arena of the render action: all threads, high priority, ahead of whatever else the
+/// process has queued on TBB. Made at first use and kept for the life of the process.
+tbb::task_arena& render_arena();
+
+}  // namespace vl1

@@ -1,0 +1,13 @@
+#!/usr/bin/env bash
+# Builds hueloom-bench as a Release build into build-bench/ (or $HUELOOM_BENCH_DIR) and runs
+# it. Arguments go to the benchmark: Google Benchmark's flags, e.g.
+#   scripts/bench.sh --benchmark_filter=render
+# The run ends with the line "summary: render_vs_ocio_1t=R render_vs_memory_all=F rebuild_us=T".
+# Figures are only worth comparing from an otherwise idle machine.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+build_dir=${HUELOOM_BENCH_DIR:-build-bench}
+jobs=${HUELOOM_JOBS:-$(nproc)}
+cmake -S . -B "$build_dir" -DCMAKE_BUILD_TYPE=Release -DHUELOOM_BUILD_BENCH=ON
+cmake --build "$build_dir" -j"$jobs" --target hueloom-bench
+exec "$build_dir/bench/hueloom-bench" "$@"

@@ -1,0 +1,175 @@
+// The render path's pixel loop: pixel by pixel through process_pixel, or a row at a time
+// through a component's irow_processor_v1, with the same bytes either way.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstring>
+#include <random>
+#include <vector>
+
+#include "color/lut_row_kernels.h"
+#include "color/lut_sampling.h"
+#include "framework/ccomponent.h"
+#include "framework/irow_processor.h"
+#include "ofx/ofx_render_rows.h"
+
+namespace vl1 {
+namespace {
+
+enum class row_face { none, offered, declining };
+
+// Grades through a fixed table; counts how it was called.
+class table_component : public ccomponent_v1, public irow_processor_v1 {
+public:
+    table_component(const lut_argb<32>& table, row_face face) : table(table), face(face) {}
+
+    bool query_interface(const std::string& name, iobject** out) override
+    {
+        if (face != row_face::none && out != nullptr && uid(name) == irow_processor_v1::ifc_id) {
+            *out = static_cast<irow_processor_v1*>(this);
+            return true;
+        }
+        return ccomponent_v1::query_interface(name, out);
+    }
+
+    void process_pixel(int, int, const argb_float& in, argb_float* out) override
+    {
+        ++pixel_calls;
+        *out = sample_lut(table, in);
+    }
+
+    bool process_row(int, int, int in_depth, const uint8_t* in, int out_depth, uint8_t* out, int count) override
+    {
+        ++row_calls;
+        return face == row_face::offered && apply_lut_row_bits(table, in_depth, in, out_depth, out, count);
+    }
+
+    std::atomic<int> pixel_calls{0};
+    std::atomic<int> row_calls{0};
+
+private:
+    lut_argb<32> table;
+    row_face face;
+};
+
+// Finite values beyond 0..1, so that writing saturates; no NaN, whose payload no rule fixes.
+lut_argb<32> graded_table()
+{
+    std::mt19937 rng(3);
+    std::uniform_real_distribution<float> wide(-0.3f, 1.3f);
+    lut_argb<32> table;
+    for (argb_float& e : table.data)
+        e = {wide(rng), wide(rng), wide(rng), wide(rng)};
+    return table;
+}
+
+// Packed RGBA rows of one depth, filled with every kind of value the depth can hold.
+struct test_image {
+    int depth;
+    OfxRectI bounds;
+    std::vector<uint8_t> bytes;
+
+    test_image(int depth, OfxRectI bounds, uint32_t seed) : depth(depth), bounds(bounds)
+    {
+        const std::size_t pixels = static_cast<std::size_t>(bounds.x2 - bounds.x1) * (bounds.y2 - bounds.y1);
+        bytes.resize(pixels * static_cast<std::size_t>(depth == 0 ? 16 : depth / 2));
+        std::mt19937 rng(seed);
+        if (depth != 32) {
+            for (uint8_t& b : bytes)
+                b = static_cast<uint8_t>(rng());
+            return;
+        }
+        const float specials[] = {std::nanf(""), -0.0f, 1.0f, 2.0f, -1.0f, 0.5f};
+        std::uniform_real_distribution<float> unit(-0.1f, 1.1f);
+        for (std::size_t i = 0; i < bytes.size(); i += 4) {
+            const float v = rng() % 5 == 0 ? specials[rng() % std::size(specials)] : unit(rng);
+            std::memcpy(&bytes[i], &v, 4);
+        }
+    }
+
+    ofx_image_view view()
+    {
+        ofx_image_view v;
+        v.depth = depth;
+        v.bounds = bounds;
+        v.data = bytes.data();
+        v.row_bytes = static_cast<std::ptrdiff_t>(bounds.x2 - bounds.x1) * (depth == 0 ? 16 : depth / 2);
+        return v;
+    }
+};
+
+std::vector<uint8_t> render(table_component& component, const OfxRectI& window, test_image source, test_image output)
+{
+    tbb::task_arena arena(2);
+    render_window_rows(component, window, source.view(), output.view(), arena);
+    return output.bytes;
+}
+
+TEST(RenderRows, RowWiseComponentGivesThePerPixelBytesForEveryPairOfDepths)
+{
+    const lut_argb<32> table = graded_table();
+    const OfxRectI bounds{0, 0, 37, 9};
+    for (const int in_depth : {8, 16, 32}) {
+        for (const int out_depth : {8, 16, 32}) {
+            const test_image source(in_depth, bounds, 100 + in_depth);
+            const test_image output(out_depth, bounds, 200 + out_depth);
+            table_component per_pixel(table, row_face::none);
+            table_component row_wise(table, row_face::offered);
+            const std::vector<uint8_t> expected = render(per_pixel, bounds, source, output);
+            const std::vector<uint8_t> rows = render(row_wise, bounds, source, output);
+            EXPECT_EQ(rows, expected) << in_depth << " to " << out_depth << " bits";
+            EXPECT_NE(expected, output.bytes) << "the render changed nothing";
+            EXPECT_EQ(per_pixel.pixel_calls, 37 * 9);
+            EXPECT_EQ(row_wise.pixel_calls, 0);
+            EXPECT_EQ(row_wise.row_calls, 9);
+        }
+    }
+}
+
+TEST(RenderRows, RowsKeepToTheOverlapOfWindowAndBothImages)
+{
+    // The window reaches past the output on the left and bottom, the source is narrower on
+    // the right: only the overlap is written, and both forms agree on it.
+    const lut_argb<32> table = graded_table();
+    const test_image source(32, OfxRectI{-5, -2, 20, 12}, 7);
+    const test_image output(16, OfxRectI{0, 0, 30, 10}, 8);
+    const OfxRectI window{-10, -3, 30, 10};
+    table_component per_pixel(table, row_face::none);
+    table_component row_wise(table, row_face::offered);
+    const std::vector<uint8_t> expected = render(per_pixel, window, source, output);
+    EXPECT_EQ(render(row_wise, window, source, output), expected);
+    EXPECT_EQ(per_pixel.pixel_calls, 20 * 10);
+    EXPECT_EQ(row_wise.row_calls, 10);
+    for (int y = 0; y < 10; ++y)
+        for (int x = 20; x < 30; ++x) {
+            const std::size_t at = (static_cast<std::size_t>(y) * 30 + x) * 8;
+            ASSERT_EQ(std::memcmp(&expected[at], &output.bytes[at], 8), 0) << "pixel " << x << ", " << y;
+        }
+}
+
+TEST(RenderRows, DeclinedRowsFallBackToPixels)
+{
+    const lut_argb<32> table = graded_table();
+    const OfxRectI bounds{0, 0, 8, 4};
+    const test_image source(8, bounds, 1);
+    const test_image output(32, bounds, 2);
+    table_component per_pixel(table, row_face::none);
+    table_component declining(table, row_face::declining);
+    EXPECT_EQ(render(declining, bounds, source, output), render(per_pixel, bounds, source, output));
+    EXPECT_EQ(declining.row_calls, 4);
+    EXPECT_EQ(declining.pixel_calls, 8 * 4);
+}
+
+TEST(RenderRows, AnUnknownOutputDepthWritesNothingEitherWay)
+{
+    const lut_argb<32> table = graded_table();
+    const OfxRectI bounds{0, 0, 6, 3};
+    const test_image source(32, bounds, 1);
+    const test_image output(0, bounds, 2);
+    table_component row_wise(table, row_face::offered);
+    EXPECT_EQ(render(row_wise, bounds, source, output), output.bytes);
+    EXPECT_EQ(row_wise.pixel_calls, 6 * 3) << "declined rows go pixel by pixel, which writes nothing";
+}
+
+}  // namespace
+}  // namespace vl1

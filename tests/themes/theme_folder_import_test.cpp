@@ -1,0 +1,258 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <mutex>
+
+#include "framework/log.h"
+#include "framework/uid.h"
+#include "tests/support/test_paths.h"
+#include "tests/themes/theme_test_support.h"
+#include "themes/ctime_text.h"
+#include "themes/theme_folder_import.h"
+
+namespace vl1 {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string valid_json = R"({"name": "Dusk", "version": 1, "uid": "0000abcd",
+  "wheel": {"background": "wheel.png"},
+  "luts": [{"name": "a.cube", "rotation": 30}, {"name": "b.cube", "rotation": 200.5}],
+  "post_processing": {"enabled": true, "lut": "c.cube"}})";
+
+// A folder ready for import: background, LUTs and a broken LUT beside the theme.json of each test.
+class ThemeFolderImport : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        test::write_text(folder / "wheel.png", "\x89PNG picture");
+        test::write_text(folder / "empty.png", "");
+        test::write_text(folder / "a.cube", test::cube_text(0.1f));
+        test::write_text(folder / "b.cube", test::cube_text(0.2f));
+        test::write_text(folder / "c.cube", test::cube_text(0.3f));
+        test::write_text(folder / "broken.cube", "LUT_3D_SIZE 2\n0.1 0.2\n");
+        set_log_capture([this](std::string_view line) {
+            std::lock_guard guard(log_mutex);
+            log_lines.emplace_back(line);
+        });
+    }
+    void TearDown() override { set_log_capture(nullptr); }
+
+    void clear_log()
+    {
+        std::lock_guard guard(log_mutex);
+        log_lines.clear();
+    }
+
+    std::shared_ptr<hueloom_theme_v1> import_json(const std::string& json)
+    {
+        test::write_text(folder / "theme.json", json);
+        return import_theme_folder(folder.string(), english, german);
+    }
+
+    std::string logged()
+    {
+        std::lock_guard guard(log_mutex);
+        std::string all;
+        for (const auto& line : log_lines)
+            all += line + "\n";
+        return all;
+    }
+
+    const fs::path folder = hueloom_test::make_temp_dir("import");
+    std::string english;
+    std::string german;
+    std::mutex log_mutex;
+    std::vector<std::string> log_lines;
+};
+
+TEST_F(ThemeFolderImport, ReadsEverythingInTheOrderOfThemeJson)
+{
+    const auto theme = import_json("\xEF\xBB\xBF" + valid_json);  // behind a byte order mark
+    ASSERT_NE(theme, nullptr) << english;
+    EXPECT_EQ(english, "");
+    EXPECT_EQ(theme->name, "Dusk");
+    EXPECT_EQ(theme->version, 1u);
+    EXPECT_EQ(theme->uid, 0xabcdu);
+    EXPECT_EQ(theme->background_data, test::read_bytes(folder / "wheel.png"));
+    ASSERT_EQ(theme->luts.size(), 2u);
+    EXPECT_EQ(theme->luts[0].rotation, 30.0f);
+    EXPECT_EQ(theme->luts[1].rotation, 200.5f);
+    EXPECT_FLOAT_EQ(theme->luts[0].lut->data.back().r, 0.1f);
+    EXPECT_FLOAT_EQ(theme->luts[1].lut->data.back().r, 0.2f);
+    ASSERT_NE(theme->post_processing_lut, nullptr);
+    EXPECT_FLOAT_EQ(theme->post_processing_lut->data.front().r, 0.3f);
+}
+
+TEST_F(ThemeFolderImport, NewThemeGetsTheHashOfNameAndImportTime)
+{
+    const std::time_t before = std::time(nullptr);
+    const auto theme = import_json(R"({"name": "Dusk", "version": 1, "wheel": {"background": "wheel.png"},
+        "luts": [{"name": "a.cube", "rotation": 10}, {"name": "b.cube", "rotation": 10.5}]})");
+    const std::time_t after = std::time(nullptr);
+    ASSERT_NE(theme, nullptr) << english;
+    bool matches = false;
+    for (std::time_t t = before; t <= after; ++t)
+        matches = matches || theme->uid == fnv1a_32("Dusk" + ctime_text(t));
+    EXPECT_TRUE(matches);
+}
+
+TEST_F(ThemeFolderImport, UidTextAndLutOrderRules)
+{
+    EXPECT_EQ(import_json(R"({"name": "D", "version": 3, "uid": "zz", "wheel": {"background": "wheel.png"},
+        "luts": [{"name": "a.cube", "rotation": 10}, {"name": "b.cube", "rotation": 12}, {"name": "c.cube", "rotation": 11}]})")
+                  ->uid,
+              0u);
+    const auto three_close = import_json(R"({"name": "D", "version": 1, "uid": "1", "wheel": {"background": "wheel.png"},
+        "luts": [{"name": "a.cube", "rotation": 10}, {"name": "b.cube", "rotation": 10.5},
+                 {"name": "c.cube", "rotation": 20}]})");
+    EXPECT_EQ(three_close, nullptr);
+    EXPECT_EQ(english, "Theme is not self-consistent. Please check the angle values.");
+}
+
+struct failure_case {
+    const char* corpus_file;
+    const char* english;  // with {folder} for the import folder
+    const char* german;
+};
+
+std::string with_folder(std::string text, const fs::path& folder)
+{
+    const std::string mark = "{folder}";
+    if (const auto at = text.find(mark); at != std::string::npos)
+        text.replace(at, mark.size(), folder.string());
+    return text;
+}
+
+// Each broken theme.json of tests/data/themes/json with the texts the user reads.
+const failure_case corpus[] = {
+    {"root_array", "Need to specify theme name (\"name\": \"myname\") in theme.json root.",
+     "Der Name der Theme muss als \"name\": \"myname\" in der Datei theme.json in der obersten JSON-Ebene stehen."},
+    {"root_string", "Need to specify theme name (\"name\": \"myname\") in theme.json root.", nullptr},
+    {"empty_object", "Need to specify theme name (\"name\": \"myname\") in theme.json root.", nullptr},
+    {"name_number", "Need to specify theme name (\"name\": \"myname\") in theme.json root.", nullptr},
+    {"version_fraction", "Need to specify theme version (\"version\": N) in theme.json root.",
+     "Die Version der Theme muss als \"version\": N (ganze Zah) in der Datei theme.json in der obersten JSON-Ebene "
+     "stehen."},
+    {"version_string", "Need to specify theme version (\"version\": N) in theme.json root.", nullptr},
+    {"version_beyond_int", "Need to specify theme version (\"version\": N) in theme.json root.", nullptr},
+    {"version_zero", "Theme version must be greater equal 1.", "Die Version der Theme muss größer oder gleich 1 sein."},
+    {"version_two_without_uid",
+     "If theme version is greater then 1, need to specify the \"uid\" of an existing theme that is to be modified.",
+     "Wenn die Version der Theme größer als 1 sein soll, muss auch die \"uid\" einer vorhandenen Theme angegeben "
+     "sein."},
+    {"uid_number", "Cannot understand specified \"uid\" ('12') as hexidecimal.",
+     "Die \"uid\" muss hexidezimal sein (es wurde 12 angegeben)."},
+    {"uid_object", "Cannot understand specified \"uid\" ('{\"a\":1}') as hexidecimal.", nullptr},
+    {"syntax_trailing_comma", "The file 'theme.json' file may have formatting errors (code 4).",
+     "Die Datei 'theme.json' ist eventuell nicht korrekt formatiert (Fehlercode 4)."},
+    {"syntax_no_braces", "The file 'theme.json' file may have formatting errors (code 2).", nullptr},
+    {"background_empty_file", "Failed to open or read file '{folder}/empty.png'.",
+     "Die Datei '{folder}/empty.png' konnte nicht gefunden, nicht geöffnet oder nicht gelesen werden."},
+    {"lut_file_missing", "Failed to load LUT from file or resource 'gone.cube'.",
+     "Fehler beim Laden einer LUT aus der Datei oder Ressource'gone.cube'."},
+    {"post_processing_lut_missing", "Failed to load LUT from file or resource 'gone.cube'.", nullptr},
+    {"one_lut", "Theme is not self-consistent. Please check the angle values.",
+     "Die Theme ist nicht schlüssig. Überprüfen Sie bitte die Winkelzahlen."},
+    // Shapes that no text of the table names, a background that doesn't exist and a LUT
+    // that doesn't parse.
+    {"wheel_missing", "Unexpected error.", "Unerwarteter Fehler."},
+    {"wheel_not_object", "Unexpected error.", nullptr},
+    {"background_not_string", "Unexpected error.", nullptr},
+    {"background_missing_file", "Unexpected error.", nullptr},
+    {"luts_missing", "Unexpected error.", nullptr},
+    {"luts_object", "Unexpected error.", nullptr},
+    {"lut_element_number", "Unexpected error.", nullptr},
+    {"lut_without_rotation", "Unexpected error.", nullptr},
+    {"lut_rotation_string", "Unexpected error.", nullptr},
+    {"lut_rotation_beyond_float", "Unexpected error.", nullptr},
+    {"lut_name_number", "Unexpected error.", nullptr},
+    {"lut_file_broken", "Unexpected error.", nullptr},
+    {"post_processing_not_object", "Unexpected error.", nullptr},
+    {"post_processing_enabled_string", "Unexpected error.", nullptr},
+    {"post_processing_without_lut", "Unexpected error.", nullptr},
+};
+
+TEST_F(ThemeFolderImport, EveryBrokenDocumentOfTheCorpusGivesItsMessage)
+{
+    std::size_t files = 0;
+    for (const auto& entry : fs::directory_iterator(hueloom_test::data_dir() / "themes" / "json"))
+        files += entry.path().stem() != "post_processing_disabled_without_lut";
+    EXPECT_EQ(files, std::size(corpus)) << "every corpus file has its expected outcome here";
+
+    for (const failure_case& c : corpus) {
+        SCOPED_TRACE(c.corpus_file);
+        clear_log();
+        fs::copy_file(hueloom_test::data_dir() / "themes" / "json" / (std::string(c.corpus_file) + ".json"),
+                      folder / "theme.json", fs::copy_options::overwrite_existing);
+        EXPECT_EQ(import_theme_folder(folder.string(), english, german), nullptr);
+        EXPECT_EQ(english, with_folder(c.english, folder));
+        if (c.german != nullptr) {
+            EXPECT_EQ(german, with_folder(c.german, folder));
+        }
+        EXPECT_FALSE(german.empty());
+        // The English text is logged; for an unexpected error, its cause.
+        const std::string line =
+            english == "Unexpected error." ? "Theme import from '" + folder.string() + "' failed: " : english;
+        EXPECT_NE(logged().find(line), std::string::npos) << logged();
+    }
+}
+
+TEST_F(ThemeFolderImport, DisabledPostProcessingNeedsNoLut)
+{
+    fs::copy_file(hueloom_test::data_dir() / "themes" / "json" / "post_processing_disabled_without_lut.json",
+                  folder / "theme.json");
+    const auto theme = import_theme_folder(folder.string(), english, german);
+    ASSERT_NE(theme, nullptr) << english;
+    EXPECT_EQ(theme->post_processing_lut, nullptr);
+}
+
+TEST_F(ThemeFolderImport, ThemeJsonThatIsMissingEmptyOrTooLarge)
+{
+    const std::string json_path = (folder / "theme.json").string();
+    EXPECT_EQ(import_theme_folder(folder.string(), english, german), nullptr);
+    EXPECT_EQ(english, "Failed to open or read file '" + json_path + "'");
+    EXPECT_EQ(german, "Fehler beim Öffnen oder beim Lesen der Datei '" + json_path + "'");
+
+    EXPECT_EQ(import_json(""), nullptr);
+    EXPECT_EQ(english, "Failed to open or read file '" + json_path + "'");
+
+    import_json(valid_json);
+    fs::resize_file(folder / "theme.json", largest_theme_json_bytes + 1);  // sparse: costs no disk
+    EXPECT_EQ(import_theme_folder(folder.string(), english, german), nullptr);
+    EXPECT_EQ(english, "Failed to open or read file '" + folder.string() + "'\n");
+    EXPECT_EQ(german, "Die Datei '" + folder.string() +
+                          "' konnte nicht gefunden, nicht geöffnet oder nicht gelesen werden.\n");
+}
+
+TEST_F(ThemeFolderImport, BracesInLoggedTextsAreLoggedAsText)
+{
+    EXPECT_EQ(import_json(R"({"name": "Dusk {0} {", "version": 1,})"), nullptr);
+    EXPECT_EQ(english, "The file 'theme.json' file may have formatting errors (code 4).");
+    EXPECT_NE(logged().find(english + R"({"name": "Dusk {0} {", "version": 1,})"), std::string::npos);
+
+    EXPECT_EQ(import_json(R"({"name": "D", "version": 1, "wheel": {"background": "wheel.png"},
+        "luts": [{"name": "{0}{x}.cube", "rotation": 10}, {"name": "b.cube", "rotation": 20}]})"),
+              nullptr);
+    EXPECT_EQ(english, "Failed to load LUT from file or resource '{0}{x}.cube'.");
+}
+
+TEST_F(ThemeFolderImport, HostileDocumentsEndWithoutEndingTheProcess)
+{
+    EXPECT_EQ(import_json(std::string(200000, '[') + std::string(200000, ']')), nullptr);
+    EXPECT_EQ(english, "Need to specify theme name (\"name\": \"myname\") in theme.json root.");
+
+    std::string many_luts = R"({"name": "D", "version": 1, "wheel": {"background": "wheel.png"}, "luts": [)";
+    for (std::size_t i = 0; i <= most_imported_wheel_luts; ++i)
+        many_luts += (i ? ", " : "") + std::string(R"({"name": "a.cube", "rotation": 1})");
+    EXPECT_EQ(import_json(many_luts + "]}"), nullptr);
+    EXPECT_EQ(english, "Unexpected error.");
+
+    import_json(valid_json);
+    fs::resize_file(folder / "wheel.png", largest_background_bytes + 1);
+    EXPECT_EQ(import_theme_folder(folder.string(), english, german), nullptr);
+    EXPECT_EQ(english, "Failed to open or read file '" + (folder / "wheel.png").string() + "'.");
+}
+
+}  // namespace
+}  // namespace vl1

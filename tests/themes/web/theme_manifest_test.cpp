@@ -1,0 +1,88 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "themes/web/theme_addresses.h"
+#include "themes/web/theme_manifest.h"
+
+namespace vl1 {
+namespace {
+
+TEST(ThemeAddresses, FollowTheServersFolderSplitAndTheLocalNames)
+{
+    EXPECT_EQ(constructThemeURL("http://host/base", 0x0a1b2c3d), "http://host/base/0a/1b/2c3d.hlt");
+    EXPECT_EQ(constructThemeURL("http://h", 1), "http://h/00/00/0001.hlt");
+    EXPECT_EQ(constructLocalPathTemp("/tmp/t", 0x0a1b2c3d), "/tmp/t/0a1b2c3d.hlt~");
+    EXPECT_EQ(constructLocalPathFinal("/tmp/t", 0xABCDEF12), "/tmp/t/theme_abcdef12.hlt");
+}
+
+TEST(ThemeUidText, TakesOneToEightHexDigitsAndNothingElse)
+{
+    const std::pair<const char*, uint32_t> good[] = {
+        {"0a1b2c3d", 0x0a1b2c3d}, {"ABCDEF12", 0xabcdef12}, {"1", 1}, {"0x1f", 0x1f}, {"0XFFFFFFFF", 0xffffffff}};
+    for (const auto& [text, expected] : good) {
+        uint32_t uid = 0;
+        EXPECT_TRUE(parse_theme_uid(text, uid)) << text;
+        EXPECT_EQ(uid, expected) << text;
+    }
+    for (const char* text : {"", "0", "00000000", "0x", "123456789", "zz", "12 34", " 12", "12g", "-1", "+1", "0x-1"}) {
+        uint32_t uid = 77;
+        EXPECT_FALSE(parse_theme_uid(text, uid)) << text;
+        EXPECT_EQ(uid, 77u) << text;
+    }
+    EXPECT_EQ(theme_uid_hex(0xab), "000000ab");
+}
+
+TEST(ThemeManifest, ReadsVersionsByUid)
+{
+    theme_versions versions{{5, 5}};
+    std::string problem;
+    ASSERT_TRUE(parse_theme_manifest("{\"00000001\": 3, \"0a1b2c3d\": 1, \"FF\": 0, \"0x10\": 2147483647}", versions,
+                                     problem));
+    EXPECT_EQ(problem, "");
+    EXPECT_EQ(versions, (theme_versions{{1, 3}, {0x0a1b2c3d, 1}, {0xff, 0}, {0x10, 2147483647}}));
+    ASSERT_TRUE(parse_theme_manifest(" {} ", versions, problem));
+    EXPECT_TRUE(versions.empty());
+}
+
+TEST(ThemeManifest, RefusesEveryOtherShapeAndKeepsTheFormerVersions)
+{
+    const std::string deep = "{\"00000001\":" + std::string(100000, '[');
+    const std::pair<std::string, const char*> broken[] = {
+        {"", "not JSON"},
+        {"not json", "not JSON"},
+        {"{\"00000001\": 3", "not JSON"},
+        {"{\"00000001\": 3} trailing", "not JSON"},
+        {deep, "not JSON"},
+        {"[1, 2]", "root"},
+        {"\"text\"", "root"},
+        {"42", "root"},
+        {"null", "root"},
+        {"{\"zz\": 1}", "key"},
+        {"{\"\": 1}", "key"},
+        {"{\"00000000\": 1}", "key"},
+        {"{\"123456789\": 1}", "key"},
+        {"{\"0a1b2c3d \": 1}", "key"},
+        {"{\"00000001\": 1.5}", "integer"},
+        {"{\"00000001\": -1}", "integer"},
+        {"{\"00000001\": 2147483648}", "integer"},
+        {"{\"00000001\": 1e300}", "integer"},
+        {"{\"00000001\": 99999999999999999999999}", "integer"},
+        {"{\"00000001\": \"3\"}", "integer"},
+        {"{\"00000001\": null}", "integer"},
+        {"{\"00000001\": [3]}", "integer"},
+        {"{\"00000001\": {\"v\": 3}}", "integer"},
+        {"{\"00000001\": true}", "integer"},
+        {"{\"00000001\": 1, \"0x1\": 2}", "twice"},
+    };
+    for (const auto& [body, expected] : broken) {
+        theme_versions versions{{7, 9}};
+        std::string problem;
+        EXPECT_FALSE(parse_theme_manifest(body, versions, problem)) << body.substr(0, 40);
+        EXPECT_NE(problem.find(expected), std::string::npos) << body.substr(0, 40) << " gave: " << problem;
+        EXPECT_EQ(versions, (theme_versions{{7, 9}})) << body.substr(0, 40);
+    }
+}
+
+}  // namespace
+}  // namespace vl1

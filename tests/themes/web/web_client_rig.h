@@ -1,0 +1,110 @@
+// A web client pointed at an in-process theme server and a fresh local folder, with short
+// time-outs and small size limits so that every failure shows within a second or two.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "tests/support/test_paths.h"
+#include "tests/themes/web/test_theme_server.h"
+#include "themes/web/hueloom_web_client_v1.h"
+
+namespace vl1::webtest {
+
+inline constexpr std::uint64_t test_max_theme_bytes = 1024 * 1024;
+inline constexpr std::uint64_t test_max_manifest_bytes = 64 * 1024;
+
+struct client_rig {
+    theme_server server;
+    std::filesystem::path folder = hueloom_test::make_temp_dir("themes");
+    std::unique_ptr<hueloom_web_client_v1> client = std::make_unique<hueloom_web_client_v1>();
+    std::atomic<int> finished{0};
+
+    client_rig()
+    {
+        client->init(server.url(), "Qx7tLm2D", folder.string());
+        client->set_manifest_url(server.url() + "/manifest.json");
+        client->set_theme_validator(&fake_theme_check);
+        client->set_finish_delay(std::chrono::milliseconds(0));
+        web_transfer_limits limits;
+        limits.connect_timeout_ms = 2000;
+        limits.low_speed_time_s = 5;
+        limits.low_speed_bytes_per_second = 1;
+        limits.max_manifest_bytes = test_max_manifest_bytes;
+        limits.max_theme_file_bytes = test_max_theme_bytes;
+        client->set_transfer_limits(limits);
+    }
+
+    ~client_rig()
+    {
+        // The client goes first: its worker may still be talking to the server.
+        client.reset();
+    }
+
+    std::function<void()> count_finish()
+    {
+        return [this] { ++finished; };
+    }
+
+    /// Schedules `wanted` with start and waits for the worker to end.
+    bool download(const std::map<uint32_t, int>& wanted)
+    {
+        const bool result = client->schedule_theme_download(wanted, true, count_finish());
+        client->wait_for_download();
+        return result;
+    }
+
+    std::filesystem::path final_path(uint32_t uid) const
+    {
+        return folder / fmt::format("theme_{:08x}.hlt", uid);
+    }
+
+    void put_local_theme(uint32_t uid, const std::string& bytes) const
+    {
+        std::ofstream(final_path(uid), std::ios::binary) << bytes;
+    }
+
+    std::string local_theme(uint32_t uid) const
+    {
+        std::ifstream in(final_path(uid), std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    }
+
+    std::set<std::string> file_names() const
+    {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder))
+            names.insert(entry.path().filename().string());
+        return names;
+    }
+
+    /// Every file of the folder is a theme file under its final name that passes the check
+    /// as the theme its name gives: no leftovers, nothing partial.
+    void expect_only_valid_theme_files() const
+    {
+        for (const auto& name : file_names()) {
+            unsigned uid = 0;
+            ASSERT_EQ(std::sscanf(name.c_str(), "theme_%8x.hlt", &uid), 1) << name;
+            EXPECT_EQ(name, fmt::format("theme_{:08x}.hlt", uid));
+            const std::string bytes = local_theme(uid);
+            std::string problem;
+            EXPECT_TRUE(fake_theme_check(std::span<const uint8_t>(reinterpret_cast<const uint8_t*>(bytes.data()),
+                                                                  bytes.size()),
+                                         uid, problem))
+                << name << ": " << problem;
+        }
+    }
+};
+
+}  // namespace vl1::webtest

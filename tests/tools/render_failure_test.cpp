@@ -1,0 +1,137 @@
+// hueloom-render on bad input: each mistake gives one clear message and its exit code, and
+// leaves no output file, finished or not, behind.
+#include "tests/tools/render_test_support.h"
+
+#include "tests/support/test_paths.h"
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <fstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace render_test;
+
+class render_failure : public ::testing::Test {
+protected:
+    fs::path dir = hueloom_test::make_temp_dir("failure");
+    fs::path out_dir = hueloom_test::make_temp_dir("failure-out");
+    fs::path image = dir / "in.png";
+
+    void SetUp() override { write_pattern(image, 9, 7, 3, OIIO::TypeDesc::UINT8); }
+
+    // Runs with the given plug-in arguments and checks the shape of every failure.
+    run_result fails_with(int code, const std::vector<std::string>& plugin, const std::vector<std::string>& args)
+    {
+        const run_result r = run_render(joined(plugin, args));
+        EXPECT_EQ(r.exit_code, code) << r.err;
+        EXPECT_EQ(line_count(r.err), 1) << r.err;
+        EXPECT_EQ(r.err.rfind("hueloom-render: ", 0), 0u) << r.err;
+        EXPECT_TRUE(folder_entries(out_dir).empty()) << "left behind: " << folder_entries(out_dir).front();
+        return r;
+    }
+
+    std::string out(const std::string& name) const { return (out_dir / name).string(); }
+};
+
+TEST_F(render_failure, MissingAndUnreadableImages)
+{
+    auto r = fails_with(3, hueloom_plugin_args(), {"-i", (dir / "missing.png").string(), "-o", out("x.png")});
+    EXPECT_TRUE(contains(r.err, "missing.png: the file does not exist")) << r.err;
+
+    std::ofstream(dir / "junk.exr") << "this is no image";
+    r = fails_with(3, hueloom_plugin_args(), {"-i", (dir / "junk.exr").string(), "-o", out("x.exr")});
+    EXPECT_TRUE(contains(r.err, "cannot read " + (dir / "junk.exr").string())) << r.err;
+
+    r = fails_with(3, hueloom_plugin_args(), {"-i", (dir / "none.####.exr").string(), "-o", out("x.####.exr")});
+    EXPECT_TRUE(contains(r.err, "no frames of")) << r.err;
+}
+
+TEST_F(render_failure, AFrameMissingInTheMiddleIsNamedAndEndsTheRun)
+{
+    write_pattern(dir / "s.0001.png", 9, 7, 3, OIIO::TypeDesc::UINT8);
+    write_pattern(dir / "s.0003.png", 9, 7, 3, OIIO::TypeDesc::UINT8);
+    const run_result r = run_render(joined(hueloom_plugin_args(), {"-i", (dir / "s.####.png").string(), "-o",
+                                                                   out("g.####.png"), "--frames", "1-3", "-q"}));
+    EXPECT_EQ(r.exit_code, 3);
+    EXPECT_EQ(line_count(r.err), 1) << r.err;
+    EXPECT_TRUE(contains(r.err, "frame 2: cannot read " + (dir / "s.0002.png").string())) << r.err;
+    EXPECT_EQ(folder_entries(out_dir), std::vector<std::string>{"g.0001.png"});
+}
+
+TEST_F(render_failure, UnknownParametersAndValuesOutOfRange)
+{
+    auto r = fails_with(2, hueloom_plugin_args(), {"-i", image.string(), "-o", out("x.png"), "--set", "Nonsense=3"});
+    EXPECT_TRUE(contains(r.err, "--set Nonsense=3: unknown parameter \"Nonsense\"")) << r.err;
+
+    r = fails_with(2, fixture_plugin_args(), {"-i", image.string(), "-o", out("x.png"), "--set", "gain=9"});
+    EXPECT_TRUE(contains(r.err, "9 is out of range 0 .. 4 for \"Gain\"")) << r.err;
+
+    r = fails_with(2, fixture_plugin_args(), {"-i", image.string(), "-o", out("x.png"), "--set", "Gain=1@1,x@5"});
+    EXPECT_TRUE(contains(r.err, "\"x\" is not a number")) << r.err;
+}
+
+TEST_F(render_failure, BrokenStateTexts)
+{
+    const fs::path state = dir / "state.txt";
+    for (const char* text : {"QUJD!!==\n", "QUJDRA\n", "\n\n", ""}) {
+        SCOPED_TRACE(text);
+        std::ofstream(state, std::ios::trunc) << text;
+        const auto r = fails_with(3, hueloom_plugin_args(),
+                                  {"-i", image.string(), "-o", out("x.png"), "--state-in", state.string()});
+        EXPECT_TRUE(contains(r.err, "state file " + state.string())) << r.err;
+    }
+    std::ofstream(state, std::ios::trunc) << "QUJD\nGain 2\n";
+    const auto r =
+        fails_with(3, fixture_plugin_args(), {"-i", image.string(), "-o", out("x.png"), "--state-in", state.string()});
+    EXPECT_TRUE(contains(r.err, "line 2 \"Gain 2\" is no NAME=VALUE setting")) << r.err;
+    fails_with(3, hueloom_plugin_args(),
+               {"-i", image.string(), "-o", out("x.png"), "--state-in", (dir / "nope").string()});
+}
+
+TEST_F(render_failure, OutputFoldersThatCantBeWritten)
+{
+    auto r = fails_with(5, hueloom_plugin_args(), {"-i", image.string(), "-o", out("missing/x.png")});
+    EXPECT_TRUE(contains(r.err, "does not exist")) << r.err;
+
+    r = fails_with(5, hueloom_plugin_args(), {"-i", image.string(), "-o", (image / "x.png").string()});
+    EXPECT_TRUE(contains(r.err, "is not a folder")) << r.err;
+
+    fails_with(5, hueloom_plugin_args(), {"--export-lut", out("missing/look.cube")});
+    fails_with(5, hueloom_plugin_args(), {"-i", image.string(), "-o", out("x.png"), "--state-out", out("no/s.txt")});
+
+    if (geteuid() != 0) {  // permission bits don't stop root
+        const fs::path locked = hueloom_test::make_temp_dir("locked");
+        fs::permissions(locked, fs::perms::owner_read | fs::perms::owner_exec);
+        r = fails_with(5, hueloom_plugin_args(), {"-i", image.string(), "-o", (locked / "x.png").string()});
+        EXPECT_TRUE(contains(r.err, "is not writable")) << r.err;
+        fs::permissions(locked, fs::perms::owner_all);
+    }
+}
+
+TEST_F(render_failure, PluginThatIsNotThere)
+{
+    const auto r = fails_with(4, {"--plugin-path", dir.string()}, {"-i", image.string(), "-o", out("x.png")});
+    EXPECT_TRUE(contains(r.err, "plug-in com.varnlight.hueloomofx not found in " + dir.string())) << r.err;
+    fails_with(4, {"--plugin-path", fixture_dir().string(), "--plugin-id", "org.example.none"},
+               {"-i", image.string(), "-o", out("x.png")});
+}
+
+TEST_F(render_failure, UnknownThemesAndBrokenPresetsAreNamed)
+{
+    auto r = fails_with(2, hueloom_plugin_args(), {"-i", image.string(), "-o", out("x.png"), "--theme", "No Such Look"});
+    EXPECT_TRUE(contains(r.err, "--theme No Such Look: no such theme; installed: 00000001")) << r.err;
+    r = fails_with(3, hueloom_plugin_args(), {"-i", image.string(), "-o", out("x.png"), "--theme", "broken.hlt"});
+    EXPECT_TRUE(contains(r.err, "not a readable theme file")) << r.err;
+
+    std::ofstream(dir / "p.json") << "{\"plugin_name\": \"Hueloom\", \"plugin_state\": [1, 2,";
+    r = fails_with(3, hueloom_plugin_args(), {"-i", image.string(), "-o", out("x.png"), "--preset", (dir / "p.json").string()});
+    EXPECT_TRUE(contains(r.err, "--preset")) << r.err;
+    std::ofstream(dir / "q.json") << "{\"plugin_name\": \"Hueloom\", \"plugin_state_size\": 2, \"plugin_state\": [1, 999]}";
+    r = fails_with(3, hueloom_plugin_args(), {"-i", image.string(), "-o", out("x.png"), "--preset", (dir / "q.json").string()});
+    EXPECT_TRUE(contains(r.err, "holds no plug-in state")) << r.err;
+}
+
+}  // namespace

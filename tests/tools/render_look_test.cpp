@@ -1,0 +1,101 @@
+// hueloom-render grading real files through the bundle: the pixels must be the colour
+// engine's own result for the same table, whether the look comes from --set, from a theme
+// chosen by uid, name or file, or from a preset saved by the effect itself.
+#include "tests/tools/render_test_support.h"
+
+#include "color/lut_sampling.h"
+#include "effect/hueloom.h"
+#include "framework/chost.h"
+#include "presets/preset_manager.h"
+#include "tests/support/test_paths.h"
+#include "tests/support/theme_looks.h"
+#include "themes/hueloom_theme_file_serializer_v1.h"
+#include "themes/hueloom_vault.h"
+
+#include <cmath>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace render_test;
+using hueloom_test::look;
+
+pixel_rule graded_by(const vl1::hueloom_theme_v1& theme, const look& values)
+{
+    const auto table = std::make_shared<vl1::lut_argb<32>>(hueloom_test::table_for(theme, values));
+    const pixel_rule clamp = identity_look();
+    return [table, clamp](std::array<float, 4> in) {
+        const auto c = clamp(in);
+        const vl1::argb_float out = vl1::sample_lut(*table, vl1::argb_float{c[3], c[0], c[1], c[2]});
+        return std::array<float, 4>{out.r, out.g, out.b, out.a};
+    };
+}
+
+class render_look : public ::testing::Test {
+protected:
+    fs::path dir = hueloom_test::make_temp_dir("look");
+    fs::path source = dir / "source.exr";
+
+    void SetUp() override { write_pattern(source, 24, 16, 4, OIIO::TypeDesc::FLOAT, true); }
+
+    pixels graded(const std::string& name, const std::vector<std::string>& look_args)
+    {
+        const fs::path out = dir / name;
+        const run_result r = run_render(joined(hueloom_plugin_args(), joined({"-i", source.string(), "-o", out.string()}, look_args)));
+        EXPECT_EQ(r.exit_code, 0) << r.err;
+        return read_pixels(out);
+    }
+};
+
+TEST_F(render_look, ParametersGradeThroughTheBuiltInTheme)
+{
+    const auto builtin = hueloom_test::builtin_theme();
+    const pixels in = read_pixels(source);
+    const pixels out = graded("a.exr", {"--set", "angle=60", "--set", "Strength=100", "--set", "Hue=150", "--set", "LUMINANCE=80"});
+    EXPECT_TRUE(matches_rule(in, out, graded_by(*builtin, {60, 100, 150, 100, 80})));
+    EXPECT_FALSE(matches_rule(in, out, identity_look())) << "the look must show";
+}
+
+TEST_F(render_look, AThemeComesInByUidNameOrFile)
+{
+    const auto builtin = hueloom_test::builtin_theme();
+    const auto traveller = hueloom_test::travelling_theme();
+    const fs::path file = dir / "travelling.hlt";
+    ASSERT_TRUE(vl1::hueloom_theme_file_serializer_v1::write_theme_to_file(*traveller, file.string()));
+    const pixels in = read_pixels(source);
+    const std::vector<std::string> values = {"--set", "Angle=135", "--set", "Strength=90"};
+
+    EXPECT_TRUE(matches_rule(in, graded("file.exr", joined({"--theme", file.string()}, values)), graded_by(*traveller, {135, 90})));
+    EXPECT_TRUE(matches_rule(in, graded("uid.exr", joined({"--theme", "00000001"}, values)), graded_by(*builtin, {135, 90})));
+    EXPECT_TRUE(matches_rule(in, graded("name.exr", joined({"--theme", builtin->name}, values)), graded_by(*builtin, {135, 90})));
+
+    // An installed theme is found by its uid in the app-data folder.
+    const fs::path appdata = hueloom_test::home_dir() / "Varnlight" / "Hueloom";
+    fs::create_directories(appdata);
+    fs::copy_file(file, appdata / "theme_7e57f00d.hlt", fs::copy_options::overwrite_existing);
+    EXPECT_TRUE(matches_rule(in, graded("installed.exr", joined({"--theme", "0x7E57F00D"}, values)), graded_by(*traveller, {135, 90})));
+    fs::remove(appdata / "theme_7e57f00d.hlt");
+}
+
+TEST_F(render_look, APresetSavedByTheEffectGivesItsLookAndTheme)
+{
+    // The effect itself saves the preset, as its editor would.
+    auto traveller = hueloom_test::travelling_theme();
+    vl1::hueloom::get_vault()->get_theme_collection()->add_or_replace_theme(traveller);
+    auto fx = std::make_shared<vl1::hueloom>();
+    fx->initialize(std::make_shared<vl1::chost_v1>(fx));
+    fx->set_current_theme_by_uuid(traveller->uid);
+    std::dynamic_pointer_cast<vl1::cparameter_continuous_v1>(fx->get_parameter(std::string("Angle")))->set_value(210.5f, false);
+    std::dynamic_pointer_cast<vl1::cparameter_continuous_v1>(fx->get_parameter(std::string("Strength")))->set_value(65.0f, false);
+    vl1::preset_manager presets(fx);
+    ASSERT_EQ(presets.save_preset("Evening", true), vl1::preset_saved);
+
+    const pixels in = read_pixels(source);
+    const pixels out = graded("preset.exr", {"--preset", presets.preset_path("Evening")});
+    EXPECT_TRUE(matches_rule(in, out, graded_by(*traveller, {210.5f, 65})));
+    // --set still has the last word.
+    const pixels changed = graded("changed.exr", {"--preset", presets.preset_path("Evening"), "--set", "Strength=20"});
+    EXPECT_TRUE(matches_rule(in, changed, graded_by(*traveller, {210.5f, 20})));
+}
+
+}  // namespace

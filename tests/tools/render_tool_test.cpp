@@ -1,0 +1,267 @@
+// hueloom-render as a process on real files, with the build's Hueloom bundle: pixels of every
+// depth and format, metadata, depth changes, sequences, LUT export, the state file, and what
+// the command prints.
+#include "tests/tools/render_test_support.h"
+
+#include "color/lut_writer_3dl.h"
+#include "color/lut_writer_cube.h"
+#include "tests/support/test_paths.h"
+#include "tools/hueloom_render/lut_export.h"
+#include "tools/hueloom_render/state_file.h"
+
+#include <fmt/format.h>
+
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace render_test;
+
+std::string read_text(const fs::path& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::stringstream ss;
+    ss << in.rdbuf();
+    return ss.str();
+}
+
+// Compares two texts line by line; a failure shows the first differing line only.
+::testing::AssertionResult same_lines(const std::string& got, const std::string& want)
+{
+    std::istringstream a(got), b(want);
+    std::string la, lb;
+    for (int line = 1;; ++line) {
+        const bool more_a = static_cast<bool>(std::getline(a, la));
+        const bool more_b = static_cast<bool>(std::getline(b, lb));
+        if (!more_a && !more_b) return ::testing::AssertionSuccess();
+        if (more_a != more_b || la != lb) {
+            return ::testing::AssertionFailure() << "line " << line << ": \"" << la << "\" instead of \"" << lb << "\"";
+        }
+    }
+}
+
+struct depth_case {
+    const char* name;
+    const char* extension;
+    int channels;
+    OIIO::TypeDesc format;
+    bool hdr;
+};
+
+class render_tool : public ::testing::Test {
+protected:
+    fs::path dir = hueloom_test::make_temp_dir("render");
+
+    run_result render(const std::vector<std::string>& args, const std::string& env = "")
+    {
+        return run_render(joined(joined(hueloom_plugin_args(), neutral_look().args), args), env);
+    }
+};
+
+TEST_F(render_tool, EveryFormatAndDepthComesBackAsTheBundleGradesIt)
+{
+    const depth_case cases[] = {
+        {"png8 rgb", ".png", 3, OIIO::TypeDesc::UINT8, false},
+        {"png8 rgba", ".png", 4, OIIO::TypeDesc::UINT8, false},
+        {"png16 grey", ".png", 1, OIIO::TypeDesc::UINT16, false},
+        {"tif8 rgb", ".tif", 3, OIIO::TypeDesc::UINT8, false},
+        {"tif16 rgba", ".tif", 4, OIIO::TypeDesc::UINT16, false},
+        {"tiff float", ".tiff", 3, OIIO::TypeDesc::FLOAT, true},
+        {"exr half rgba", ".exr", 4, OIIO::TypeDesc::HALF, true},
+        {"exr float rgb", ".exr", 3, OIIO::TypeDesc::FLOAT, true},
+        {"dpx16 rgb", ".dpx", 3, OIIO::TypeDesc::UINT16, false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const fs::path in = dir / (std::string("in_") + std::to_string(&c - cases) + c.extension);
+        const fs::path out = dir / (std::string("out_") + std::to_string(&c - cases) + c.extension);
+        write_pattern(in, 37, 23, c.channels, c.format, c.hdr);
+        const run_result r = render({"-i", in.string(), "-o", out.string(), "--threads", "1"});
+        ASSERT_EQ(r.exit_code, 0) << r.err;
+        const pixels source = read_pixels(in);
+        const pixels result = read_pixels(out);
+        EXPECT_EQ(result.format, source.format) << "the output keeps the input's depth";
+        EXPECT_EQ(result.channels, c.channels == 1 ? 3 : c.channels) << "grey becomes RGB, alpha stays";
+        EXPECT_TRUE(matches_rule(source, result, neutral_look().rule));
+    }
+}
+
+TEST_F(render_tool, JpegAndDpxTenBitInputsAreRead)
+{
+    const fs::path jpeg = dir / "in.jpg", dpx = dir / "in10.dpx";
+    write_pattern(jpeg, 40, 24, 3, OIIO::TypeDesc::UINT8);
+    write_pattern(dpx, 40, 24, 3, OIIO::TypeDesc::UINT16, false, {{"oiio:BitsPerSample", "10"}});
+    ASSERT_EQ(render({"-i", jpeg.string(), "-o", (dir / "from_jpeg.png").string()}).exit_code, 0);
+    EXPECT_TRUE(matches_rule(read_pixels(jpeg), read_pixels(dir / "from_jpeg.png"), neutral_look().rule));
+
+    const run_result r = render({"-i", dpx.string(), "-o", (dir / "out10.dpx").string()});
+    ASSERT_EQ(r.exit_code, 0) << r.err;
+    const pixels result = read_pixels(dir / "out10.dpx");
+    EXPECT_EQ(result.spec.get_int_attribute("oiio:BitsPerSample"),
+              read_pixels(dpx).spec.get_int_attribute("oiio:BitsPerSample"));
+    EXPECT_TRUE(matches_rule(read_pixels(dpx), result, neutral_look().rule));
+
+    ASSERT_EQ(render({"-i", jpeg.string(), "-o", (dir / "out.jpg").string()}).exit_code, 0);
+    EXPECT_EQ(read_pixels(dir / "out.jpg").width, 40);
+}
+
+TEST_F(render_tool, MetadataAndColourSpaceTagsAreCarriedOver)
+{
+    const std::vector<std::pair<std::string, std::string>> tags = {{"oiio:ColorSpace", "Rec709"},
+                                                                    {"ImageDescription", "shot 12 plate"}};
+    for (const char* name : {"tagged.png", "tagged.dpx", "tagged.exr", "tagged.tif"}) {
+        SCOPED_TRACE(name);
+        const fs::path in = dir / name, out = dir / (std::string("out_") + name);
+        write_pattern(in, 16, 8, 3, OIIO::TypeDesc::UINT16, false, tags);
+        ASSERT_EQ(render({"-i", in.string(), "-o", out.string()}).exit_code, 0);
+        const pixels source = read_pixels(in), result = read_pixels(out);
+        EXPECT_EQ(result.spec.get_string_attribute("ImageDescription"), "shot 12 plate");
+        // Each format keeps the tag it can store (EXR reads as Linear, TIFF has none).
+        EXPECT_EQ(result.spec.get_string_attribute("oiio:ColorSpace"),
+                  source.spec.get_string_attribute("oiio:ColorSpace"));
+    }
+    EXPECT_EQ(read_pixels(dir / "out_tagged.png").spec.get_string_attribute("oiio:ColorSpace"), "Rec709");
+    EXPECT_EQ(read_pixels(dir / "out_tagged.dpx").spec.get_string_attribute("oiio:ColorSpace"), "Rec709");
+}
+
+TEST_F(render_tool, DepthOptionAndOutputFormatDecideHowTheResultIsStored)
+{
+    const fs::path in = dir / "hdr.exr";
+    write_pattern(in, 19, 11, 4, OIIO::TypeDesc::HALF, true);
+    const run_result r = render({"-i", in.string(), "-o", (dir / "out8.tif").string(), "--depth", "8"});
+    ASSERT_EQ(r.exit_code, 0) << r.err;
+    const pixels result = read_pixels(dir / "out8.tif");
+    EXPECT_EQ(result.format, OIIO::TypeDesc::UINT8);
+    EXPECT_TRUE(matches_rule(read_pixels(in), result, neutral_look().rule));
+
+    ASSERT_EQ(
+        render({"-i", (dir / "out8.tif").string(), "-o", (dir / "float.exr").string(), "--depth=float"}).exit_code, 0);
+    EXPECT_EQ(read_pixels(dir / "float.exr").format, OIIO::TypeDesc::FLOAT);
+    EXPECT_TRUE(matches_rule(result, read_pixels(dir / "float.exr"), neutral_look().rule));
+}
+
+TEST_F(render_tool, SequencesFollowHashAndPrintfPatternsWithOneLinePerFrame)
+{
+    for (int f : {3, 4, 5, 6})
+        write_pattern(dir / fmt::format("shot.{:04d}.exr", f), 12, 6, 3, OIIO::TypeDesc::HALF, f % 2 == 0);
+    write_pattern(dir / "shot.7.exr", 12, 6, 3, OIIO::TypeDesc::HALF);  // not a #### name: not a frame
+
+    const run_result all = render({"-i", (dir / "shot.####.exr").string(), "-o", (dir / "graded.%04d.exr").string()});
+    ASSERT_EQ(all.exit_code, 0) << all.err;
+    for (int f : {3, 4, 5, 6}) {
+        SCOPED_TRACE(f);
+        EXPECT_TRUE(matches_rule(read_pixels(dir / fmt::format("shot.{:04d}.exr", f)),
+                                 read_pixels(dir / fmt::format("graded.{:04d}.exr", f)), neutral_look().rule));
+    }
+    EXPECT_FALSE(fs::exists(dir / "graded.0007.exr"));
+    EXPECT_TRUE(contains(all.err, "1/4 ")) << all.err;
+    EXPECT_TRUE(contains(all.err, "4/4 ")) << all.err;
+    EXPECT_TRUE(contains(all.err, "fps")) << all.err;
+
+    const run_result some = render({"-i", (dir / "shot.%04d.exr").string(), "-o", (dir / "part.####.exr").string(),
+                                    "--frames", "4-6x2", "--quiet"});
+    ASSERT_EQ(some.exit_code, 0) << some.err;
+    EXPECT_EQ(some.err, "");
+    EXPECT_TRUE(fs::exists(dir / "part.0004.exr"));
+    EXPECT_TRUE(fs::exists(dir / "part.0006.exr"));
+    EXPECT_FALSE(fs::exists(dir / "part.0005.exr"));
+}
+
+TEST_F(render_tool, KeyedParametersOfTheBundleGiveTheirInterpolatedValueOnEachFrame)
+{
+    if (!contains(run_render(joined(hueloom_plugin_args(), {"--list-params"})).out, "  Strength ")) {
+        GTEST_SKIP() << "the bundle describes no Strength; the fixture's keys are tested in render_keys";
+    }
+    const fs::path in = dir / "still.exr";
+    write_pattern(in, 24, 16, 3, OIIO::TypeDesc::FLOAT);
+    const run_result keyed =
+        run_render(joined(hueloom_plugin_args(), {"-i", in.string(), "-o", (dir / "k.####.exr").string(), "--frames",
+                                                  "1-3", "--set", "Angle=60", "--set", "strength=0@1,100@3"}));
+    ASSERT_EQ(keyed.exit_code, 0) << keyed.err;
+    for (int frame : {1, 2, 3}) {
+        SCOPED_TRACE(frame);
+        const fs::path constant = dir / fmt::format("c{}.exr", frame);
+        const run_result r = run_render(joined(
+            hueloom_plugin_args(), {"-i", in.string(), "-o", constant.string(), "--frames", std::to_string(frame),
+                                    "--set", "Angle=60", "--set", fmt::format("Strength={}", 50 * (frame - 1))}));
+        ASSERT_EQ(r.exit_code, 0) << r.err;
+        const pixels expected = read_pixels(constant);
+        EXPECT_TRUE(matches_rule(expected, read_pixels(dir / fmt::format("k.{:04d}.exr", frame)),
+                                 [](std::array<float, 4> v) { return v; }));
+    }
+}
+
+TEST_F(render_tool, ExportedLutsHoldTheGradedLatticeInEachFormat)
+{
+    // The reference: the lattice graded by the reference look, written by the same writers.
+    hueloom_render::rgba_image lattice = hueloom_render::make_identity_lattice();
+    const pixel_rule& look = neutral_look().rule;
+    for (std::size_t i = 0; i < lattice.pixels.size(); i += 4) {
+        const auto out = look({lattice.pixels[i], lattice.pixels[i + 1], lattice.pixels[i + 2], lattice.pixels[i + 3]});
+        std::copy(out.begin(), out.end(), lattice.pixels.begin() + static_cast<std::ptrdiff_t>(i));
+    }
+    const vl1::lut_argb_variable reference = hueloom_render::lattice_to_lut(lattice);
+    const fs::path ref_dir = hueloom_test::make_temp_dir("reference");
+    ASSERT_TRUE(vl1::write_lut_cube(reference, (ref_dir / "look.cube").string(), "hueloom-render", ""));
+    ASSERT_TRUE(vl1::write_lut_3dl(reference, (ref_dir / "look.3dl").string(), "hueloom-render", ""));
+
+    for (const char* name : {"look.cube", "look.3dl"}) {
+        SCOPED_TRACE(name);
+        const run_result r = render({"--export-lut", (dir / name).string()});
+        ASSERT_EQ(r.exit_code, 0) << r.err;
+        EXPECT_TRUE(same_lines(read_text(dir / name), read_text(ref_dir / name)));
+    }
+    EXPECT_TRUE(contains(read_text(dir / "look.cube"), "TITLE \"look\"\n")) << "the title comes from the final name";
+    EXPECT_EQ(render({"--export-lut", (dir / "look.lut").string()}).exit_code, 2);
+}
+
+TEST_F(render_tool, StateOutWritesTheStateTextTheBundleHandsOver)
+{
+    const fs::path in = dir / "in.png";
+    write_pattern(in, 8, 8, 3, OIIO::TypeDesc::UINT8);
+    const run_result r = render({"-i", in.string(), "-o", (dir / "out.png").string(), "--state-out",
+                                 (dir / "look.txt").string()});
+    ASSERT_EQ(r.exit_code, 0) << r.err;
+    const hueloom_render::state_file saved = hueloom_render::read_state_file(dir / "look.txt");
+    EXPECT_TRUE(saved.state_text.empty() || hueloom_render::is_state_text(saved.state_text));
+
+    // The saved file starts the next shot.
+    const run_result next = render({"-i", in.string(), "-o", (dir / "next.png").string(), "--state-in",
+                                    (dir / "look.txt").string()});
+    ASSERT_EQ(next.exit_code, 0) << next.err;
+    EXPECT_TRUE(matches_rule(read_pixels(dir / "out.png"), read_pixels(dir / "next.png"), identity_look()));
+}
+
+TEST_F(render_tool, VerboseShowsThePluginsLogAndQuietShowsNothing)
+{
+    const fs::path in = dir / "in.png";
+    write_pattern(in, 8, 8, 3, OIIO::TypeDesc::UINT8);
+    const run_result verbose = render({"-i", in.string(), "-o", (dir / "v.png").string(), "--verbose"});
+    ASSERT_EQ(verbose.exit_code, 0) << verbose.err;
+    EXPECT_TRUE(contains(verbose.err, "Hueloom: OFX action received: OfxImageEffectActionRender")) << verbose.err;
+    EXPECT_TRUE(contains(verbose.err, "hueloom-render: plug-in com.varnlight.hueloomofx from ")) << verbose.err;
+
+    const run_result quiet = render({"-i", in.string(), "-o", (dir / "q.png").string(), "-q"});
+    EXPECT_EQ(quiet.exit_code, 0);
+    EXPECT_EQ(quiet.err, "");
+    EXPECT_EQ(quiet.out, "");
+}
+
+TEST_F(render_tool, HelpAndCommandLineMistakes)
+{
+    const run_result help = run_render({"--help"});
+    EXPECT_EQ(help.exit_code, 0);
+    EXPECT_TRUE(contains(help.out, "--export-lut")) << help.out;
+    for (const std::vector<std::string>& bad : std::vector<std::vector<std::string>>{
+             {}, {"--frobnicate"}, {"-i", "a.png"}, {"-i", "a.png", "-o", "b.png", "--quiet", "--verbose"},
+             {"-i", "a.png", "-o", "b.png", "--threads", "0"}, {"-i", "a.png", "-o", "b.png", "--depth", "12"},
+             {"-i", "a.png", "-o", "b.png", "--set"}}) {
+        const run_result r = run_render(bad);
+        EXPECT_EQ(r.exit_code, 2) << r.err;
+        EXPECT_TRUE(contains(r.err, "hueloom-render: ")) << r.err;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,35 @@
+// Small theme folders for the tests, written the way a theme author writes them.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace hueloom_test {
+
+void write_file(const std::filesystem::path& path, std::string_view bytes);
+
+/// An edge-2 .cube file: the identity, but red starts at `red_shift` instead of 0, so mid
+/// grey gets red 0.5 + red_shift / 2.
+void write_shifted_cube(const std::filesystem::path& path, float red_shift);
+
+/// The PNG signature and an IHDR chunk for `width` x `height`, big-endian as PNG has it,
+/// followed by a few bytes: enough for anything that reads the header only.
+std::string png_header(uint32_t width, uint32_t height);
+
+struct theme_folder_options {
+    std::string name = "Test Theme";
+    int version = 1;
+    /// Empty: no "uid" key.
+    std::string uid = "00abcdef";
+    std::string background = png_header(64, 48);
+    bool post_processing = false;
+};
+
+/// A folder below the test's HOME with theme.json, two LUTs ("a.cube" at 30, "b.cube" at
+/// 200, red shifted by 0.1 and 0.2), "p.cube" (red shifted by 0.05) when post-processing is
+/// on, and "wheel.png" holding `background`.
+std::filesystem::path make_theme_folder(const theme_folder_options& options = {});
+
+}  // namespace hueloom_test

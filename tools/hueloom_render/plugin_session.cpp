@@ -1,0 +1,185 @@
+#include "tools/hueloom_render/plugin_session.h"
+
+#include "host/status.h"
+#include "ofx/api/ofx_image_effect.h"
+#include "ofx/api/ofx_message.h"
+#include "ofx/api/ofx_param.h"
+#include "tools/hueloom_render/render_error.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace hueloom_render {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string joined(const std::vector<fs::path>& folders)
+{
+    std::vector<std::string> names;
+    for (const auto& f : folders) names.push_back(f.string());
+    return fmt::format("{}", fmt::join(names, ":"));
+}
+
+bool has_filter_context(ofxhost::plugin& p)
+{
+    const auto contexts = p.info_without_contexts().contexts;
+    return std::find(contexts.begin(), contexts.end(), kOfxImageEffectContextFilter) != contexts.end();
+}
+
+// Loads and describes one plug-in record; the reason it can't be used, or "".
+std::string prepare(ofxhost::plugin& p)
+{
+    if (OfxStatus st = p.load(); !ofxhost::succeeded(st))
+        return "OfxActionLoad failed with " + ofxhost::status_name(st);
+    if (OfxStatus st = p.describe(); !ofxhost::succeeded(st)) {
+        return "OfxActionDescribe failed with " + ofxhost::status_name(st);
+    }
+    if (!has_filter_context(p)) return "it has no filter context";
+    if (OfxStatus st = p.describe_in_context(kOfxImageEffectContextFilter); !ofxhost::succeeded(st)) {
+        return "describing the filter context failed with " + ofxhost::status_name(st);
+    }
+    return {};
+}
+
+// Copies between the tool's rows (top first) and the host image (OFX rows count from the bottom).
+void to_host(const rgba_image& img, ofxhost::image& out)
+{
+    for (int y = 0; y < img.height; ++y) {
+        std::memcpy(out.pixel_address(0, img.height - 1 - y), img.pixel(0, y), sizeof(float) * 4 * img.width);
+    }
+}
+
+void from_host(ofxhost::image& in, rgba_image& img)
+{
+    for (int y = 0; y < img.height; ++y) {
+        std::memcpy(img.pixel(0, y), in.pixel_address(0, img.height - 1 - y), sizeof(float) * 4 * img.width);
+    }
+}
+
+std::string error_messages(const std::vector<ofxhost::message_record>& messages)
+{
+    std::vector<std::string> texts;
+    for (const auto& m : messages) {
+        if (m.type == kOfxMessageError || m.type == kOfxMessageFatal) texts.push_back(m.text);
+    }
+    return texts.empty() ? "" : fmt::format(" ({})", fmt::join(texts, "; "));
+}
+
+}  // namespace
+
+std::vector<fs::path> plugin_search_folders(const std::string& plugin_path, const fs::path& build_folder)
+{
+    if (!plugin_path.empty()) return ofxhost::split_search_path(plugin_path);
+    std::vector<fs::path> folders = ofxhost::default_search_path();
+    if (!build_folder.empty()) folders.insert(folders.end() - 1, build_folder);  // before /usr/OFX/Plugins
+    return folders;
+}
+
+plugin_session::plugin_session(const std::vector<fs::path>& folders, const std::string& identifier,
+                               const session_settings& settings)
+{
+    host_.state().cpu_count = settings.threads;
+    host_.echo_messages(settings.echo_messages);
+    std::vector<std::string> problems;
+    for (const auto& bundle : ofxhost::find_bundles(folders)) {
+        try {
+            const int count = host_.plugin_count(bundle);
+            for (int i = 0; i < count && !plugin_; ++i) {
+                ofxhost::plugin p = host_.load_plugin(bundle, i);
+                if (p.identifier() != identifier) continue;
+                if (std::string why = prepare(p); !why.empty()) {
+                    problems.push_back(fmt::format("{}: {}", bundle.string(), why));
+                    continue;
+                }
+                plugin_.emplace(std::move(p));
+                bundle_ = bundle;
+            }
+        } catch (const std::exception& e) {
+            problems.push_back(e.what());
+        }
+        if (plugin_) return;
+    }
+    std::string message = fmt::format("plug-in {} not found in {}", identifier, joined(folders));
+    if (!problems.empty()) message += fmt::format("; {}", fmt::join(problems, "; "));
+    throw render_error(exit_code::plugin, message);
+}
+
+plugin_session::~plugin_session()
+{
+    // The instance goes before the plug-in and the host it was made by.
+    instance_.reset();
+    plugin_.reset();
+}
+
+std::vector<std::string> plugin_session::parameter_names()
+{
+    std::vector<std::string> names;
+    for (const auto& p : plugin_->context_descriptor(kOfxImageEffectContextFilter)->params().params())
+        names.push_back(p->name());
+    return names;
+}
+
+ofxhost::instance& plugin_session::start(const std::string& state_text)
+{
+    ofxhost::initial_values values;
+    if (!state_text.empty()) {
+        if (plugin_->context_descriptor(kOfxImageEffectContextFilter)->params().find(state_param_name) == nullptr) {
+            throw render_error(exit_code::input, fmt::format("plug-in {} keeps no state parameter \"{}\"",
+                                                             identifier(), state_param_name));
+        }
+        values.emplace_back(state_param_name, state_text);
+    }
+    try {
+        instance_.emplace(plugin_->create_instance(kOfxImageEffectContextFilter, values));
+    } catch (const std::exception& e) {
+        throw render_error(exit_code::plugin,
+                           fmt::format("creating an instance of {} failed: {}", identifier(), e.what()));
+    }
+    return *instance_;
+}
+
+void plugin_session::render(rgba_image& img, double time, bool unassociated)
+{
+    const OfxRectI bounds{0, 0, img.width, img.height};
+    auto source = std::make_shared<ofxhost::image>(ofxhost::pixel_depth::real, bounds);
+    auto output = std::make_shared<ofxhost::image>(ofxhost::pixel_depth::real, bounds);
+    source->premultiplication = unassociated ? kOfxImageUnPreMultiplied : kOfxImagePreMultiplied;
+    output->premultiplication = source->premultiplication;
+    to_host(img, *source);
+    instance_->set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
+    instance_->set_clip_image(kOfxImageEffectOutputClipName, output);
+    instance_->set_time(time);
+    host_.clear_messages();
+    const OfxStatus st = instance_->render(time, bounds);
+    instance_->set_clip_image(kOfxImageEffectSimpleSourceClipName, nullptr);
+    instance_->set_clip_image(kOfxImageEffectOutputClipName, nullptr);
+    if (!ofxhost::succeeded(st)) {
+        throw render_error(exit_code::frame_failed, fmt::format("the plug-in answered {}{}", ofxhost::status_name(st),
+                                                                error_messages(host_.messages())));
+    }
+    from_host(*output, img);
+}
+
+std::string plugin_session::capture_state(double time)
+{
+    ofxhost::param* state = instance_->fx().params().find(state_param_name);
+    if (state == nullptr) {
+        throw render_error(exit_code::usage, fmt::format("plug-in {} keeps no state parameter \"{}\" to save",
+                                                         identifier(), state_param_name));
+    }
+    ofxhost::param* button = instance_->fx().params().find(editor_button_name);
+    if (button != nullptr && std::strcmp(button->type(), kOfxParamTypePushButton) == 0) {
+        instance_->set_time(time);
+        instance_->press_button(editor_button_name);
+        rgba_image pixel(1, 1);
+        render(pixel, time);
+    }
+    return state->value().text;
+}
+
+}  // namespace hueloom_render

@@ -1,0 +1,88 @@
+#include "tools/hueloom_render/state_blob.h"
+
+#include "tools/hueloom_render/plugin_session.h"
+
+#include <fmt/format.h>
+#include <sodium.h>
+
+#include <cstring>
+
+namespace hueloom_render {
+
+namespace {
+
+constexpr char base_magic[4] = {'s', '1', 'v', 'c'};
+constexpr std::size_t header_size = 8;
+constexpr std::size_t record_size = 48;  // 44-byte value record, then the uid
+constexpr int32_t continuous_type = 0;
+constexpr int32_t boolean_type = 2;
+
+template <typename T>
+T read_at(const std::vector<uint8_t>& blob, std::size_t offset)
+{
+    T value;
+    std::memcpy(&value, blob.data() + offset, sizeof value);
+    return value;
+}
+
+}  // namespace
+
+std::size_t component_parameter_count(const std::vector<std::string>& param_names)
+{
+    std::size_t n = 0;
+    for (const auto& name : param_names)
+        n += name != editor_button_name && name != state_param_name ? 1 : 0;
+    return n;
+}
+
+std::vector<uint8_t> base_part_of_state(const std::string& state_text, std::size_t parameters)
+{
+    const std::size_t size = header_size + record_size * parameters;
+    std::vector<uint8_t> blob = decode_state(state_text);
+    if (blob.size() >= size && std::memcmp(blob.data(), base_magic, 4) == 0) {
+        blob.resize(size);
+        return blob;
+    }
+    std::vector<uint8_t> fresh(size, 0);
+    std::memcpy(fresh.data(), base_magic, 4);
+    return fresh;
+}
+
+std::string encode_state(const std::vector<uint8_t>& blob)
+{
+    std::string text(sodium_base64_encoded_len(blob.size(), sodium_base64_VARIANT_ORIGINAL), '\0');
+    sodium_bin2base64(text.data(), text.size(), blob.data(), blob.size(), sodium_base64_VARIANT_ORIGINAL);
+    text.resize(std::strlen(text.c_str()));
+    return text;
+}
+
+std::vector<uint8_t> decode_state(const std::string& text)
+{
+    std::vector<uint8_t> blob(text.size() / 4 * 3 + 3);
+    std::size_t length = 0;
+    if (text.empty() || sodium_base642bin(blob.data(), blob.size(), text.data(), text.size(), nullptr, &length,
+                                          nullptr, sodium_base64_VARIANT_ORIGINAL) != 0)
+        return {};
+    blob.resize(length);
+    return blob;
+}
+
+std::vector<std::pair<uint32_t, std::string>> parameter_values_of_state(const std::vector<uint8_t>& blob)
+{
+    std::vector<std::pair<uint32_t, std::string>> values;
+    if (blob.size() < header_size || std::memcmp(blob.data(), base_magic, 4) != 0) return values;
+    const auto declared = read_at<int32_t>(blob, 4);
+    for (int32_t i = 0; i < declared; ++i) {
+        const std::size_t at = header_size + record_size * static_cast<std::size_t>(i);
+        if (at + record_size > blob.size()) break;
+        const auto type = read_at<int32_t>(blob, at);
+        const auto uid = read_at<uint32_t>(blob, at + 44);
+        if (type == continuous_type)
+            values.emplace_back(uid, fmt::format("{}", read_at<float>(blob, at + 4)));
+        else if (type == boolean_type)
+            values.emplace_back(uid, blob[at + 4] != 0 ? "1" : "0");
+    }
+    return values;
+}
+
+}  // namespace hueloom_render

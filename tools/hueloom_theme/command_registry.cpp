@@ -1,0 +1,32 @@
+#include "tools/hueloom_theme/theme_command.h"
+
+namespace vl1::themetool {
+
+const std::vector<theme_command>& theme_commands()
+{
+    static const std::vector<theme_command> commands{
+        {"import", "FOLDER", "import a theme folder into the app-data folder",
+         "Reads FOLDER/theme.json with its LUT files and background picture, as the plug-in's\n"
+         "import does, and stores the theme as theme_<uid>.hlt in $HOME/Varnlight/Hueloom,\n"
+         "replacing a stored theme of the same uid. Failures are reported with the plug-in's\n"
+         "own messages.",
+         run_import_command},
+        {"pack", "FOLDER OUT.hlt", "import a theme folder and write it as a theme file",
+         "Imports FOLDER as 'import' does, but writes the theme file to OUT.hlt instead of the\n"
+         "app-data folder, e.g. to put it on a theme server.",
+         run_pack_command},
+        {"info", "FILE.hlt", "describe a theme file",
+         "Shows the uid, theme and format versions, name, wheel LUTs with their angles and what\n"
+         "each does to mid grey, the post-processing LUT and the background picture's type and\n"
+         "size.",
+         run_info_command},
+        {"list", "", "list the themes in the app-data folder",
+         "Lists every file of $HOME/Varnlight/Hueloom: the themes the plug-in loads, the files\n"
+         "that fail to read and why, and the files it ignores. Exits with 1 if a theme file\n"
+         "fails to read.",
+         run_list_command},
+    };
+    return commands;
+}
+
+}  // namespace vl1::themetool

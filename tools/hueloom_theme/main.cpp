@@ -1,0 +1,20 @@
+// hueloom-theme: the command for people who make themes. See command_dispatch.h.
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "tools/hueloom_theme/command_dispatch.h"
+
+int main(int argc, char** argv)
+{
+    std::vector<std::string> arguments;
+    try {
+        arguments.assign(argv + 1, argv + argc);
+    } catch (...) {
+        return vl1::themetool::exit_failure;
+    }
+    vl1::themetool::command_io io{std::cout, std::cerr};
+    const int code = vl1::themetool::dispatch_theme_command(arguments, io);
+    std::cout.flush();
+    return code;
+}
