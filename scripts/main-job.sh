@@ -1,40 +1,27 @@
 #!/usr/bin/env bash
 # The main job: a test chart graded through the plug-in's built-in theme at six wheel angles
 # (Strength 100), a LUT of one of the looks, and a contact sheet with the source beside the
-# six results, all in build/main-job/. The renderer loads the freshly built bundle through
-# OFX; a bundle that doesn't describe Angle and Strength yet passes the chart through.
+# six results, all in build/main-job/. The bundle is installed as a host would find it
+# (build/install/OFX/Plugins), and the renderer loads it from there through OFX.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build_dir=${HUELOOM_BUILD_DIR:-build}
 out_dir="$build_dir/main-job"
 render="$build_dir/tools/hueloom_render/hueloom-render"
 chart="$build_dir/tools/hueloom_chart/hueloom-chart"
-export OFX_PLUGIN_PATH="$PWD/$build_dir/OFX/Plugins"
+cmake --install "$build_dir" --prefix "$build_dir/install" >/dev/null
+export OFX_PLUGIN_PATH="$PWD/$build_dir/install/OFX/Plugins"
 
 rm -rf "$out_dir"
 mkdir -p "$out_dir"
 "$chart" "$out_dir/chart.png" --width 960 --height 540 >/dev/null
 
-params=$("$render" --list-params)
-look=()
-if grep -qE '^  Angle ' <<<"$params" && grep -qE '^  Strength ' <<<"$params"; then
-  look=(--set Strength=100)
-  with_angle=1
-else
-  echo "main-job: the bundle describes no Angle and Strength yet; the chart passes through unchanged"
-  with_angle=0
-fi
-
 angles=(0 60 120 180 240 300)
 for angle in "${angles[@]}"; do
-  angle_set=()
-  [ "$with_angle" = 1 ] && angle_set=(--set "Angle=$angle")
   "$render" -q -i "$out_dir/chart.png" -o "$out_dir/angle_$(printf %03d "$angle").png" \
-    "${look[@]}" "${angle_set[@]}"
+    --theme 00000001 --set Strength=100 --set "Angle=$angle"
 done
-lut_angle=()
-[ "$with_angle" = 1 ] && lut_angle=(--set Angle=60)
-"$render" -q --export-lut "$out_dir/look_angle_060.cube" "${look[@]}" "${lut_angle[@]}"
+"$render" -q --export-lut "$out_dir/look_angle_060.cube" --theme 00000001 --set Strength=100 --set Angle=60
 
 # Contact sheet: thumbnails side by side, labelled when a font is at hand.
 tiles=("$out_dir/chart.png" source)
@@ -55,6 +42,7 @@ if ! oiiotool "${with_labels[@]}" --mosaic:pad=8 7x1 -o "$sheet" 2>/dev/null; th
   oiiotool "${without_labels[@]}" --mosaic:pad=8 7x1 -o "$sheet"
 fi
 
+echo "Bundle installed in $OFX_PLUGIN_PATH"
 echo "Main job results in $out_dir/:"
 echo "  chart.png                 the source test chart"
 echo "  angle_000.png .. angle_300.png  the chart graded at Angle 0, 60, ..., 300, Strength 100"
