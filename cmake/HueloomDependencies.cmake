@@ -8,3 +8,6 @@ pkg_check_modules(SODIUM REQUIRED IMPORTED_TARGET libsodium)
 find_path(RAPIDJSON_INCLUDE_DIR rapidjson/document.h REQUIRED)
 add_library(rapidjson INTERFACE)
 target_include_directories(rapidjson SYSTEM INTERFACE ${RAPIDJSON_INCLUDE_DIR})
+# cpp-httplib: Debian ships it as a compiled library with a pkg-config file. The theme
+# server of hueloom-theme and the web client's tests use it.
+pkg_check_modules(HTTPLIB REQUIRED IMPORTED_TARGET GLOBAL cpp-httplib)

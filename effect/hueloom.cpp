@@ -4,7 +4,7 @@
 #include "color/lut_sampling.h"
 #include "framework/log.h"
 #include "themes/hueloom_vault.h"
-#include "themes/web/hueloom_web_client_v1.h"
+#include "themes/web/theme_file_check.h"
 #include "themes/web/web_client_settings.h"
 
 namespace vl1 {
@@ -166,7 +166,7 @@ std::shared_ptr<hueloom_vault> hueloom::get_vault()
     // network code of its own.
     static const std::shared_ptr<hueloom_vault> vault = [] {
         auto v = hueloom_vault::get_instance();
-        v->set_web_client_factory([] { return std::make_unique<hueloom_web_client_v1>(); });
+        v->set_web_client_factory(make_web_client_factory());
         return v;
     }();
     return vault;

@@ -11,8 +11,8 @@
 namespace vl1 {
 
 /// Decides whether `bytes` are a complete theme file of the theme `uid`; on refusal sets
-/// `problem` (plain English). The vault supplies one that reads the bytes with the theme file
-/// reader. It runs on the download's worker thread and must not throw.
+/// `problem` (plain English). The web client's default is is_theme_file_of_uid, which reads
+/// the bytes with the theme file reader. It runs on the download's worker thread.
 using theme_bytes_validator = std::function<bool(std::span<const uint8_t> bytes, uint32_t uid, std::string& problem)>;
 
 /// Reads `temp_path` back (refused if larger than `max_bytes`), lets `validator` check it as

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "themes/web/theme_addresses.h"
+#include "themes/web/theme_file_check.h"
 
 namespace vl1 {
 
@@ -23,7 +24,7 @@ struct file_closer {
 
 }  // namespace
 
-hueloom_web_client_v1::hueloom_web_client_v1()
+hueloom_web_client_v1::hueloom_web_client_v1() : validator(&is_theme_file_of_uid)
 {
     if (!transfer.has_handle())
         report("libcurl could not make a transfer handle; nothing will be downloaded");

@@ -3,9 +3,9 @@
 // the queue one file after the other on a worker thread of its own, over one libcurl handle.
 //
 // Every failure goes to the standard error stream in plain English; nothing reaches the user
-// and nothing escapes the worker thread. A file reaches its final name only after the vault's
-// check has accepted it (downloaded_theme_files.h), so a failed download never replaces a
-// theme file.
+// and nothing escapes the worker thread. A file reaches its final name only after a check
+// has accepted it as the theme asked for (downloaded_theme_files.h, theme_file_check.h), so a
+// failed download never replaces a theme file.
 #pragma once
 
 #include <atomic>
@@ -72,8 +72,9 @@ public:
     /// The manifest's version of `uid`; 0 if unknown.
     uint32_t get_server_version_of_theme(unsigned int uid) override;
 
-    /// The check that a downloaded file must pass before it replaces anything. Without one,
-    /// no download is ever installed.
+    /// The check that a downloaded file must pass before it replaces anything. By default a
+    /// file must read as a theme file of the uid that was asked for (is_theme_file_of_uid);
+    /// an empty check installs nothing at all.
     void set_theme_validator(theme_bytes_validator validator);
     /// Time-outs and size limits of all later transfers.
     void set_transfer_limits(const web_transfer_limits& limits);

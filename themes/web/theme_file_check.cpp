@@ -24,11 +24,7 @@ bool is_theme_file_of_uid(std::span<const uint8_t> bytes, uint32_t uid, std::str
 
 theme_download_client_factory make_web_client_factory()
 {
-    return []() -> std::unique_ptr<theme_download_client> {
-        auto client = std::make_unique<hueloom_web_client_v1>();
-        client->set_theme_validator(&is_theme_file_of_uid);
-        return client;
-    };
+    return []() -> std::unique_ptr<theme_download_client> { return std::make_unique<hueloom_web_client_v1>(); };
 }
 
 }  // namespace vl1

@@ -1,5 +1,6 @@
-// How the vault's download client is made: a web client whose downloads must read as theme
-// files of the uid that was asked for before they replace anything.
+// The check that a downloaded file passes before it replaces anything: it must read as a
+// theme file of the uid that was asked for. hueloom_web_client_v1 uses it unless told
+// otherwise.
 #pragma once
 
 #include <cstdint>
@@ -14,8 +15,8 @@ namespace vl1 {
 /// otherwise false with `problem`.
 bool is_theme_file_of_uid(std::span<const uint8_t> bytes, uint32_t uid, std::string& problem);
 
-/// Makes hueloom_web_client_v1 objects that check every download with is_theme_file_of_uid;
-/// hand it to hueloom_vault::set_web_client_factory.
+/// Makes hueloom_web_client_v1 objects (which check every download with
+/// is_theme_file_of_uid); for hueloom_vault::set_web_client_factory.
 theme_download_client_factory make_web_client_factory();
 
 }  // namespace vl1

@@ -25,6 +25,19 @@ const std::vector<theme_command>& theme_commands()
          "that fail to read and why, and the files it ignores. Exits with 1 if a theme file\n"
          "fails to read.",
          run_list_command},
+        {"serve", "DIR [--port N] [--bind ADDRESS]", "publish the theme files of a folder to the plug-ins of a studio",
+         "Serves every theme file of DIR over HTTP where the plug-in's download client looks for\n"
+         "it (manifest.json and <uid>.hlt by uid), on 127.0.0.1 port 8080 unless told otherwise\n"
+         "(--bind 0.0.0.0 for the whole network; --port 0 picks a free port). The folder is read\n"
+         "again at every request, so new versions are published as they are copied in. Runs until\n"
+         "interrupted.",
+         run_serve_command},
+        {"pull", "[--server URL] [UID...]", "download newer themes from a theme server now",
+         "Fetches the server's manifest and downloads each named theme that the server has in a\n"
+         "newer version than the app-data folder, as the plug-in's editor does. The server and\n"
+         "the themes default to HUELOOM_THEME_SERVER and HUELOOM_WANTED_THEMES. Exits with 1 if\n"
+         "a theme is not on the server or could not be downloaded.",
+         run_pull_command},
     };
     return commands;
 }

@@ -50,5 +50,7 @@ int run_import_command(const std::vector<std::string>& arguments, command_io& io
 int run_pack_command(const std::vector<std::string>& arguments, command_io& io);
 int run_info_command(const std::vector<std::string>& arguments, command_io& io);
 int run_list_command(const std::vector<std::string>& arguments, command_io& io);
+int run_serve_command(const std::vector<std::string>& arguments, command_io& io);
+int run_pull_command(const std::vector<std::string>& arguments, command_io& io);
 
 }  // namespace vl1::themetool

@@ -44,16 +44,16 @@ TEST(ThemeFileCheck, AcceptsOnlyAWholeThemeFileOfTheUidAskedFor)
     EXPECT_FALSE(check("<html>404</html>", 0x0a1b2c3d, problem));
 }
 
-TEST(ThemeFileCheck, ClientsOfTheFactoryInstallRealThemeFilesOnly)
+TEST(ThemeFileCheck, ClientsInstallRealThemeFilesOnlyUnlessToldOtherwise)
 {
     webtest::theme_server server;
-    const auto folder = hueloom_test::make_temp_dir("factory");
+    const auto folder = hueloom_test::make_temp_dir("default-check");
     server.set_body("/manifest.json", R"({"00000011": 3, "00000022": 3})");
     server.set_body(theme_server::theme_path(0x11), theme_file_bytes(0x11, 3));
     server.set_body(theme_server::theme_path(0x22), theme_file_bytes(0x33, 3));  // wrong theme
 
-    auto client = make_web_client_factory()();
-    ASSERT_NE(client, nullptr);
+    const std::unique_ptr<theme_download_client> client = make_web_client_factory()();
+    ASSERT_NE(dynamic_cast<hueloom_web_client_v1*>(client.get()), nullptr);
     client->init(server.url(), "Qx7tLm2D", folder.string());
     client->set_manifest_url(server.url() + "/manifest.json");
     ASSERT_TRUE(client->schedule_theme_download({{0x11, 0}, {0x22, 0}}, true, {}));
@@ -66,6 +66,17 @@ TEST(ThemeFileCheck, ClientsOfTheFactoryInstallRealThemeFilesOnly)
     ASSERT_TRUE(hueloom_theme_file_serializer_v1::read_theme_from_file(theme, (folder / "theme_00000011.hlt").string()));
     EXPECT_EQ(theme.uid, 0x11u);
     EXPECT_EQ(theme.version, 3u);
+
+    // Without any check nothing is taken.
+    hueloom_web_client_v1 unchecked;
+    unchecked.init(server.url(), "Qx7tLm2D", folder.string());
+    unchecked.set_manifest_url(server.url() + "/manifest.json");
+    unchecked.set_theme_validator({});
+    unchecked.set_finish_delay(std::chrono::milliseconds(0));
+    std::filesystem::remove(folder / "theme_00000011.hlt");
+    ASSERT_TRUE(unchecked.schedule_theme_download({{0x11, 0}}, true, {}));
+    unchecked.wait_for_download();
+    EXPECT_TRUE(std::filesystem::is_empty(folder));
 }
 
 }  // namespace

@@ -1,0 +1,108 @@
+// hueloom-theme serve DIR [--port N] [--bind ADDRESS]
+#include <atomic>
+#include <csignal>
+#include <filesystem>
+#include <iostream>
+#include <thread>
+
+#include <fmt/format.h>
+
+#include "tools/hueloom_theme/theme_command.h"
+#include "tools/hueloom_theme/theme_server.h"
+
+namespace vl1::themetool {
+
+namespace {
+
+struct serve_options {
+    std::string folder;
+    std::string address = "127.0.0.1";
+    int port = 8080;
+};
+
+/// The options, or an error text.
+std::string parse_serve_options(const std::vector<std::string>& arguments, serve_options& o)
+{
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& a = arguments[i];
+        if (a == "--port" || a == "--bind") {
+            if (i + 1 == arguments.size())
+                return a + " needs a value";
+            const std::string& value = arguments[++i];
+            if (a == "--bind") {
+                o.address = value;
+                continue;
+            }
+            std::size_t used = 0;
+            try {
+                o.port = std::stoi(value, &used);
+            } catch (const std::exception&) {
+                used = 0;
+            }
+            if (used != value.size() || o.port < 0 || o.port > 65535)
+                return "--port needs a number from 0 to 65535 (0 picks a free port), not '" + value + "'";
+        } else if (!a.empty() && a[0] == '-') {
+            return "unknown option '" + a + "'";
+        } else if (o.folder.empty()) {
+            o.folder = a;
+        } else {
+            return "only one folder can be served";
+        }
+    }
+    return o.folder.empty() ? "name the folder of theme files to serve" : "";
+}
+
+}  // namespace
+
+int run_serve_command(const std::vector<std::string>& arguments, command_io& io)
+{
+    serve_options o;
+    if (const std::string problem = parse_serve_options(arguments, o); !problem.empty())
+        return usage_error("serve", io, problem);
+    std::error_code ec;
+    if (!std::filesystem::is_directory(o.folder, ec)) {
+        io.err << "hueloom-theme serve: " << o.folder << " is not a folder\n";
+        return exit_failure;
+    }
+
+    // SIGINT and SIGTERM end the server through a thread that waits for them, since the
+    // server can't be stopped from a signal handler.
+    sigset_t stop_signals;
+    sigemptyset(&stop_signals);
+    sigaddset(&stop_signals, SIGINT);
+    sigaddset(&stop_signals, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &stop_signals, nullptr);
+
+    theme_server server(o.folder);
+    const int port = server.bind(o.address, o.port);
+    if (port < 0) {
+        io.err << fmt::format("hueloom-theme serve: cannot listen on {}:{}\n", o.address, o.port);
+        return exit_failure;
+    }
+    const theme_catalogue catalogue = scan_theme_folder(o.folder);
+    for (const std::string& problem : catalogue.problems)
+        io.err << "hueloom-theme serve: " << problem << "\n";
+    io.out << fmt::format("Serving {} themes from {} at http://{}:{}\n", catalogue.themes.size(), o.folder,
+                          o.address, port);
+    io.out.flush();
+    server.on_request([&io](const std::string& line) { io.err << line << std::endl; });
+
+    std::atomic<bool> asked_to_stop{false};
+    std::thread waiter([&server, &asked_to_stop, stop_signals] {
+        int received = 0;
+        sigwait(&stop_signals, &received);
+        asked_to_stop = true;
+        server.stop();
+    });
+    const bool served = server.listen();
+    if (!asked_to_stop)
+        pthread_kill(waiter.native_handle(), SIGTERM);  // the server ended by itself: wake the waiter
+    waiter.join();
+    if (!served && !asked_to_stop) {
+        io.err << "hueloom-theme serve: the server stopped unexpectedly\n";
+        return exit_failure;
+    }
+    return exit_ok;
+}
+
+}  // namespace vl1::themetool

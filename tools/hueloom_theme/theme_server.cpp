@@ -1,0 +1,140 @@
+#include "tools/hueloom_theme/theme_server.h"
+
+#include "themes/hueloom_theme_file_serializer_v1.h"
+#include "themes/web/theme_addresses.h"
+
+#include <fmt/format.h>
+#include <httplib.h>
+
+#include <chrono>
+#include <ctime>
+#include <fstream>
+#include <iterator>
+
+namespace fs = std::filesystem;
+
+namespace vl1::themetool {
+
+namespace {
+
+/// An HTTP date ("Mon, 23 Nov 2026 15:11:00 GMT") of a file time.
+std::string http_date(fs::file_time_type t)
+{
+    const auto system = std::chrono::time_point_cast<std::chrono::seconds>(
+        t - fs::file_time_type::clock::now() + std::chrono::system_clock::now());
+    const std::time_t seconds = std::chrono::system_clock::to_time_t(system);
+    std::tm utc{};
+    gmtime_r(&seconds, &utc);
+    char text[64];
+    std::strftime(text, sizeof text, "%a, %d %b %Y %H:%M:%S GMT", &utc);
+    return text;
+}
+
+}  // namespace
+
+theme_catalogue scan_theme_folder(const fs::path& folder)
+{
+    theme_catalogue catalogue;
+    std::error_code ec;
+    for (const auto& entry : fs::directory_iterator(folder, ec)) {
+        if (entry.path().extension() != ".hlt" || !entry.is_regular_file(ec))
+            continue;
+        hueloom_theme_v1 theme;
+        std::string problem;
+        if (!hueloom_theme_file_serializer_v1::read_theme_from_file(theme, entry.path().string(), problem)) {
+            catalogue.problems.push_back(fmt::format("{}: not published, {}", entry.path().string(), problem));
+            continue;
+        }
+        if (theme.uid == 0) {
+            catalogue.problems.push_back(fmt::format("{}: not published, its uid is 0", entry.path().string()));
+            continue;
+        }
+        auto [it, added] = catalogue.themes.try_emplace(theme.uid);
+        if (!added && it->second.version >= theme.version) {
+            catalogue.problems.push_back(fmt::format("{}: not published, {} has uid {:08x} in version {} already",
+                                                     entry.path().string(), it->second.file.string(), theme.uid,
+                                                     it->second.version));
+            continue;
+        }
+        it->second = {entry.path(), theme.version, theme.name, entry.last_write_time(ec)};
+    }
+    if (ec)
+        catalogue.problems.push_back(fmt::format("{}: {}", folder.string(), ec.message()));
+    return catalogue;
+}
+
+std::string manifest_json(const theme_catalogue& catalogue)
+{
+    std::string text = "{";
+    for (const auto& [uid, theme] : catalogue.themes)
+        text += fmt::format("{}\n  \"{}\": {}", text.size() > 1 ? "," : "", theme_uid_hex(uid), theme.version);
+    return text + "\n}\n";
+}
+
+struct theme_server::impl {
+    fs::path folder;
+    httplib::Server http;
+    std::function<void(const std::string&)> log;
+
+    void serve_manifest(httplib::Response& res)
+    {
+        const theme_catalogue catalogue = scan_theme_folder(folder);
+        fs::file_time_type newest{};
+        for (const auto& [uid, theme] : catalogue.themes)
+            newest = std::max(newest, theme.modified);
+        if (!catalogue.themes.empty())
+            res.set_header("Last-Modified", http_date(newest));
+        res.set_content(manifest_json(catalogue), "application/json");
+    }
+
+    void serve_theme(const httplib::Request& req, httplib::Response& res)
+    {
+        uint32_t uid = 0;
+        const std::string hex = req.matches[1].str() + req.matches[2].str() + req.matches[3].str();
+        const theme_catalogue catalogue = scan_theme_folder(folder);
+        const auto it = parse_theme_uid(hex, uid) ? catalogue.themes.find(uid) : catalogue.themes.end();
+        if (it == catalogue.themes.end()) {
+            res.status = 404;
+            res.set_content("no such theme\n", "text/plain");
+            return;
+        }
+        std::ifstream in(it->second.file, std::ios::binary);
+        std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+        if (!in && !in.eof()) {
+            res.status = 500;
+            return;
+        }
+        std::error_code ec;
+        res.set_header("Last-Modified", http_date(fs::last_write_time(it->second.file, ec)));
+        res.set_content(std::move(bytes), "application/octet-stream");
+    }
+};
+
+theme_server::theme_server(fs::path folder) : self(std::make_unique<impl>())
+{
+    self->folder = std::move(folder);
+    self->http.Get("/manifest.json", [this](const httplib::Request&, httplib::Response& res) { self->serve_manifest(res); });
+    self->http.Get(R"(/([0-9a-f]{2})/([0-9a-f]{2})/([0-9a-f]{4})\.hlt)",
+                   [this](const httplib::Request& req, httplib::Response& res) { self->serve_theme(req, res); });
+    self->http.set_logger([this](const httplib::Request& req, const httplib::Response& res) {
+        if (self->log)
+            self->log(fmt::format("{} {} {}", req.method, req.path, res.status));
+    });
+}
+
+theme_server::~theme_server() { stop(); }
+
+int theme_server::bind(const std::string& address, int port)
+{
+    if (port == 0)
+        return self->http.bind_to_any_port(address);
+    return self->http.bind_to_port(address, port) ? port : -1;
+}
+
+bool theme_server::listen() { return self->http.listen_after_bind(); }
+
+void theme_server::stop() { self->http.stop(); }
+
+void theme_server::on_request(std::function<void(const std::string&)> log) { self->log = std::move(log); }
+
+}  // namespace vl1::themetool
