@@ -1,7 +1,8 @@
 // rgb_to_hsl, hsl_to_rgb and the remainder by 360 for four colours at once, one channel per
 // SSE2 register. Each lane runs the scalar functions' operations in their order on the same
 // operands; branches become selections, taken by the same comparisons, so every lane gets
-// the scalar result bit for bit (NaN, infinities and signed zeros included).
+// the scalar result bit for bit, infinities and signed zeros included (a NaN result is NaN
+// in both; which payload it carries is the compiler's choice of operand order).
 #pragma once
 
 #if defined(__SSE2__)

@@ -46,7 +46,7 @@ TEST(HslSse2, RemainderBy360MatchesFmodOnEveryRange)
         const float in[4] = {inputs[i], inputs[i + 1], inputs[i + 2], inputs[i + 3]};
         const four out = lanes_of(detail::fmod_360_ps(lanes(in)));
         for (int k = 0; k < 4; ++k)
-            ASSERT_TRUE(test::same_bits(out.v[k], std::fmod(in[k], 360.0f)))
+            ASSERT_TRUE(test::same_result(out.v[k], std::fmod(in[k], 360.0f)))
                 << "fmod of " << text(in[k]) << ": " << text(out.v[k]);
     }
 }
@@ -66,8 +66,8 @@ TEST(HslSse2, RgbToHslMatchesTheScalarConversion)
         const four h = lanes_of(out.h), s = lanes_of(out.s), l = lanes_of(out.l);
         for (int k = 0; k < 4; ++k) {
             const hsl_float expected = rgb_to_hsl(r[k], g[k], b[k]);
-            ASSERT_TRUE(test::same_bits(h.v[k], expected.h) && test::same_bits(s.v[k], expected.s) &&
-                        test::same_bits(l.v[k], expected.l))
+            ASSERT_TRUE(test::same_result(h.v[k], expected.h) && test::same_result(s.v[k], expected.s) &&
+                        test::same_result(l.v[k], expected.l))
                 << "rgb " << text(r[k]) << ", " << text(g[k]) << ", " << text(b[k]) << ": h " << text(h.v[k])
                 << " s " << text(s.v[k]) << " l " << text(l.v[k]) << ", scalar h " << text(expected.h) << " s "
                 << text(expected.s) << " l " << text(expected.l);
@@ -90,8 +90,8 @@ TEST(HslSse2, HslToRgbMatchesTheScalarConversion)
         const four r = lanes_of(out.r), g = lanes_of(out.g), b = lanes_of(out.b);
         for (int k = 0; k < 4; ++k) {
             const rgb_float expected = hsl_to_rgb(hsl_float{h[k], s[k], l[k]});
-            ASSERT_TRUE(test::same_bits(r.v[k], expected.r) && test::same_bits(g.v[k], expected.g) &&
-                        test::same_bits(b.v[k], expected.b))
+            ASSERT_TRUE(test::same_result(r.v[k], expected.r) && test::same_result(g.v[k], expected.g) &&
+                        test::same_result(b.v[k], expected.b))
                 << "hsl " << text(h[k]) << ", " << text(s[k]) << ", " << text(l[k]) << ": r " << text(r.v[k])
                 << " g " << text(g.v[k]) << " b " << text(b.v[k]) << ", scalar r " << text(expected.r) << " g "
                 << text(expected.g) << " b " << text(expected.b);

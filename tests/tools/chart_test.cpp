@@ -97,7 +97,7 @@ TEST(chart_command, WritesTheChartInTheFormatsDepth)
         EXPECT_EQ(p.at(red.x1, red.y1)[0], 1.0f);
         EXPECT_EQ(p.at(red.x1, red.y1)[1], 0.0f);
     }
-    EXPECT_EQ(render_test::read_pixels(dir / "c.png").spec.get_string_attribute("oiio:ColorSpace"), "sRGB");
+    EXPECT_EQ(render_test::read_pixels(dir / "c.png").header.get_string_attribute("oiio:ColorSpace"), "sRGB");
     EXPECT_EQ(render_test::run_chart({(dir / "d.png").string(), "--width", "20"}).exit_code, 2);
     EXPECT_EQ(render_test::run_chart({(dir / "d.png").string(), "--height"}).exit_code, 2);
     EXPECT_EQ(render_test::run_chart({}).exit_code, 2);

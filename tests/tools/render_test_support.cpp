@@ -88,14 +88,14 @@ std::vector<std::string> hueloom_plugin_args()
 void write_pattern(const fs::path& path, int width, int height, int channels, OIIO::TypeDesc format, bool hdr,
                    const std::vector<std::pair<std::string, std::string>>& attributes)
 {
-    OIIO::ImageSpec spec(width, height, channels, format);
+    OIIO::ImageSpec header(width, height, channels, format);
     for (const auto& [name, value] : attributes) {
         const bool whole = !value.empty() && value.find_first_not_of("0123456789") == std::string::npos;
-        if (whole) spec.attribute(name, std::stoi(value));
-        else spec.attribute(name, value);
+        if (whole) header.attribute(name, std::stoi(value));
+        else header.attribute(name, value);
     }
     const bool has_alpha = channels == 2 || channels == 4;
-    if (has_alpha) spec.attribute("oiio:UnassociatedAlpha", 1);
+    if (has_alpha) header.attribute("oiio:UnassociatedAlpha", 1);
     std::vector<float> data(static_cast<std::size_t>(width) * height * channels);
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
@@ -107,7 +107,7 @@ void write_pattern(const fs::path& path, int width, int height, int channels, OI
         }
     }
     auto out = OIIO::ImageOutput::create(path.string());
-    if (!out || !out->open(path.string(), spec) || !out->write_image(OIIO::TypeDesc::FLOAT, data.data()) ||
+    if (!out || !out->open(path.string(), header) || !out->write_image(OIIO::TypeDesc::FLOAT, data.data()) ||
         !out->close()) {
         throw std::runtime_error("cannot write test image " + path.string());
     }
@@ -115,11 +115,11 @@ void write_pattern(const fs::path& path, int width, int height, int channels, OI
 
 void write_flat(const fs::path& path, int width, int height, std::array<float, 3> rgb, OIIO::TypeDesc format)
 {
-    OIIO::ImageSpec spec(width, height, 3, format);
+    OIIO::ImageSpec header(width, height, 3, format);
     std::vector<float> data;
     for (int i = 0; i < width * height; ++i) data.insert(data.end(), rgb.begin(), rgb.end());
     auto out = OIIO::ImageOutput::create(path.string());
-    if (!out || !out->open(path.string(), spec) || !out->write_image(OIIO::TypeDesc::FLOAT, data.data()) ||
+    if (!out || !out->open(path.string(), header) || !out->write_image(OIIO::TypeDesc::FLOAT, data.data()) ||
         !out->close()) {
         throw std::runtime_error("cannot write test image " + path.string());
     }
@@ -132,11 +132,11 @@ pixels read_pixels(const fs::path& path)
     auto in = OIIO::ImageInput::open(path.string(), &config);
     if (!in) throw std::runtime_error("cannot open " + path.string() + ": " + OIIO::geterror());
     pixels p;
-    p.spec = in->spec();
-    p.width = p.spec.width;
-    p.height = p.spec.height;
-    p.channels = p.spec.nchannels;
-    p.format = p.spec.format;
+    p.header = in->spec();
+    p.width = p.header.width;
+    p.height = p.header.height;
+    p.channels = p.header.nchannels;
+    p.format = p.header.format;
     p.values.resize(static_cast<std::size_t>(p.width) * p.height * p.channels);
     if (!in->read_image(0, 0, 0, p.channels, OIIO::TypeDesc::FLOAT, p.values.data())) {
         throw std::runtime_error("cannot read " + path.string() + ": " + in->geterror());

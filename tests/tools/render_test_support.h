@@ -41,7 +41,7 @@ struct pixels {
     int channels = 0;
     OIIO::TypeDesc format;  // as stored in the file
     std::vector<float> values;
-    OIIO::ImageSpec spec;
+    OIIO::ImageSpec header;
 
     const float* at(int x, int y) const { return values.data() + (static_cast<std::size_t>(y) * width + x) * channels; }
 };

@@ -99,8 +99,8 @@ TEST_F(render_tool, JpegAndDpxTenBitInputsAreRead)
     const run_result r = render({"-i", dpx.string(), "-o", (dir / "out10.dpx").string()});
     ASSERT_EQ(r.exit_code, 0) << r.err;
     const pixels result = read_pixels(dir / "out10.dpx");
-    EXPECT_EQ(result.spec.get_int_attribute("oiio:BitsPerSample"),
-              read_pixels(dpx).spec.get_int_attribute("oiio:BitsPerSample"));
+    EXPECT_EQ(result.header.get_int_attribute("oiio:BitsPerSample"),
+              read_pixels(dpx).header.get_int_attribute("oiio:BitsPerSample"));
     EXPECT_TRUE(matches_rule(read_pixels(dpx), result, neutral_look().rule));
 
     ASSERT_EQ(render({"-i", jpeg.string(), "-o", (dir / "out.jpg").string()}).exit_code, 0);
@@ -117,13 +117,13 @@ TEST_F(render_tool, MetadataAndColourSpaceTagsAreCarriedOver)
         write_pattern(in, 16, 8, 3, OIIO::TypeDesc::UINT16, false, tags);
         ASSERT_EQ(render({"-i", in.string(), "-o", out.string()}).exit_code, 0);
         const pixels source = read_pixels(in), result = read_pixels(out);
-        EXPECT_EQ(result.spec.get_string_attribute("ImageDescription"), "shot 12 plate");
+        EXPECT_EQ(result.header.get_string_attribute("ImageDescription"), "shot 12 plate");
         // Each format keeps the tag it can store (EXR reads as Linear, TIFF has none).
-        EXPECT_EQ(result.spec.get_string_attribute("oiio:ColorSpace"),
-                  source.spec.get_string_attribute("oiio:ColorSpace"));
+        EXPECT_EQ(result.header.get_string_attribute("oiio:ColorSpace"),
+                  source.header.get_string_attribute("oiio:ColorSpace"));
     }
-    EXPECT_EQ(read_pixels(dir / "out_tagged.png").spec.get_string_attribute("oiio:ColorSpace"), "Rec709");
-    EXPECT_EQ(read_pixels(dir / "out_tagged.dpx").spec.get_string_attribute("oiio:ColorSpace"), "Rec709");
+    EXPECT_EQ(read_pixels(dir / "out_tagged.png").header.get_string_attribute("oiio:ColorSpace"), "Rec709");
+    EXPECT_EQ(read_pixels(dir / "out_tagged.dpx").header.get_string_attribute("oiio:ColorSpace"), "Rec709");
 }
 
 TEST_F(render_tool, DepthOptionAndOutputFormatDecideHowTheResultIsStored)

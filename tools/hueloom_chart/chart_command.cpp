@@ -76,11 +76,11 @@ std::string write_chart(const fs::path& path, const chart_image& chart)
 {
     auto out = OIIO::ImageOutput::create(path.string());
     if (!out) return OIIO::geterror().empty() ? "no writer for this file type" : OIIO::geterror();
-    OIIO::ImageSpec spec(chart.width, chart.height, 3, depth_for(out->format_name()));
-    spec.attribute("oiio:ColorSpace", "sRGB");
-    spec.attribute("ImageDescription", "Hueloom test chart");
-    spec.attribute("Software", "hueloom-chart");
-    if (!out->open(path.string(), spec)) return out->geterror();
+    OIIO::ImageSpec header(chart.width, chart.height, 3, depth_for(out->format_name()));
+    header.attribute("oiio:ColorSpace", "sRGB");
+    header.attribute("ImageDescription", "Hueloom test chart");
+    header.attribute("Software", "hueloom-chart");
+    if (!out->open(path.string(), header)) return out->geterror();
     const bool ok = out->write_image(OIIO::TypeDesc::FLOAT, chart.rgb.data());
     std::string failure = ok ? "" : out->geterror();
     if (!out->close() && failure.empty()) failure = out->geterror();

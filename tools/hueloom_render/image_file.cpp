@@ -39,36 +39,36 @@ struct channel_map {
     int count = 1;  // channels to read, from 0
 };
 
-channel_map map_channels(const OIIO::ImageSpec& spec)
+channel_map map_channels(const OIIO::ImageSpec& header)
 {
     channel_map m;
-    const int n = spec.nchannels;
+    const int n = header.nchannels;
     if (n == 1) return m;
     if (n == 2) {
-        m.a = spec.alpha_channel >= 0 ? spec.alpha_channel : 1;
+        m.a = header.alpha_channel >= 0 ? header.alpha_channel : 1;
         m.r = m.g = m.b = 1 - m.a;
         m.count = 2;
         return m;
     }
     m.g = 1, m.b = 2;
-    m.a = spec.alpha_channel >= 0 && spec.alpha_channel < n ? spec.alpha_channel : (n >= 4 ? 3 : -1);
+    m.a = header.alpha_channel >= 0 && header.alpha_channel < n ? header.alpha_channel : (n >= 4 ? 3 : -1);
     if (m.a >= 0 && m.a <= 2) m.a = -1;  // an alpha among the first three isn't one we can separate
     m.count = std::max(3, m.a + 1);
     return m;
 }
 
-void check_readable_spec(const fs::path& path, const OIIO::ImageSpec& spec)
+void check_readable_spec(const fs::path& path, const OIIO::ImageSpec& header)
 {
-    if (spec.deep) throw input_error(path, "deep images are not supported");
-    if (spec.depth > 1) throw input_error(path, "volume images are not supported");
-    if (spec.width < 1 || spec.height < 1 || spec.nchannels < 1) throw input_error(path, "the image is empty");
-    if (spec.nchannels > max_channels) {
+    if (header.deep) throw input_error(path, "deep images are not supported");
+    if (header.depth > 1) throw input_error(path, "volume images are not supported");
+    if (header.width < 1 || header.height < 1 || header.nchannels < 1) throw input_error(path, "the image is empty");
+    if (header.nchannels > max_channels) {
         throw input_error(path,
-                          fmt::format("{} channels are more than the {} supported", spec.nchannels, max_channels));
+                          fmt::format("{} channels are more than the {} supported", header.nchannels, max_channels));
     }
-    const long long pixels = static_cast<long long>(spec.width) * spec.height;
+    const long long pixels = static_cast<long long>(header.width) * header.height;
     if (pixels > max_image_pixels) {
-        throw input_error(path, fmt::format("{} x {} pixels is more than the {} supported", spec.width, spec.height,
+        throw input_error(path, fmt::format("{} x {} pixels is more than the {} supported", header.width, header.height,
                                             max_image_pixels));
     }
 }
@@ -88,24 +88,24 @@ OIIO::TypeDesc type_for(output_depth depth, const OIIO::TypeDesc& input)
 // The image description to write: the source's metadata with the layout and depth of the output.
 OIIO::ImageSpec output_spec(const image_file& source, const OIIO::ImageOutput& out, OIIO::TypeDesc type, int channels)
 {
-    OIIO::ImageSpec spec = source.spec;
-    spec.nchannels = channels;
-    spec.channelnames = {"R", "G", "B"};
-    if (channels == 4) spec.channelnames.push_back("A");
-    spec.alpha_channel = channels == 4 ? 3 : -1;
-    spec.z_channel = -1;
-    spec.channelformats.clear();
-    spec.format = type;
+    OIIO::ImageSpec header = source.header;
+    header.nchannels = channels;
+    header.channelnames = {"R", "G", "B"};
+    if (channels == 4) header.channelnames.push_back("A");
+    header.alpha_channel = channels == 4 ? 3 : -1;
+    header.z_channel = -1;
+    header.channelformats.clear();
+    header.format = type;
     const bool same_format = source.format_name == out.format_name();
     // Facts of the source's encoding that another format or depth would misread.
-    if (!same_format || type != source.spec.format) spec.erase_attribute("oiio:BitsPerSample");
+    if (!same_format || type != source.header.format) header.erase_attribute("oiio:BitsPerSample");
     if (!same_format) {
-        spec.erase_attribute("compression");
-        spec.erase_attribute("Compression");
+        header.erase_attribute("compression");
+        header.erase_attribute("Compression");
     }
-    spec.erase_attribute("oiio:UnassociatedAlpha");
-    if (channels == 4 && source.unassociated_alpha) spec.attribute("oiio:UnassociatedAlpha", 1);
-    return spec;
+    header.erase_attribute("oiio:UnassociatedAlpha");
+    if (channels == 4 && source.unassociated_alpha) header.attribute("oiio:UnassociatedAlpha", 1);
+    return header;
 }
 
 // The float data of `channels` channels per pixel that the writer takes.
@@ -135,14 +135,14 @@ image_file read_image_file(const fs::path& path)
     if (!in) throw input_error(path, oiio_error("not an image OpenImageIO can read"));
 
     image_file file;
-    file.spec = in->spec();
+    file.header = in->spec();
     file.format_name = in->format_name();
-    check_readable_spec(path, file.spec);
-    const channel_map m = map_channels(file.spec);
+    check_readable_spec(path, file.header);
+    const channel_map m = map_channels(file.header);
     file.has_alpha = m.a >= 0;
-    file.unassociated_alpha = file.has_alpha && file.spec.get_int_attribute("oiio:UnassociatedAlpha") != 0;
+    file.unassociated_alpha = file.has_alpha && file.header.get_int_attribute("oiio:UnassociatedAlpha") != 0;
 
-    const int w = file.spec.width, h = file.spec.height;
+    const int w = file.header.width, h = file.header.height;
     std::vector<float> raw(static_cast<std::size_t>(w) * h * m.count);
     if (!in->read_image(0, 0, 0, m.count, OIIO::TypeDesc::FLOAT, raw.data())) {
         throw input_error(path, oiio_error("the pixels don't read"));
@@ -175,14 +175,14 @@ void write_image_file(const fs::path& path, const rgba_image& pixels, const imag
     auto out = OIIO::ImageOutput::create(path.string());
     if (!out) throw output_error(path, oiio_error("OpenImageIO has no writer for this file type"));
     const int channels = source.has_alpha && out->supports("alpha") ? 4 : 3;
-    OIIO::ImageSpec spec = output_spec(source, *out, type_for(depth, source.spec.format), channels);
+    OIIO::ImageSpec header = output_spec(source, *out, type_for(depth, source.header.format), channels);
     // EXR stores colour multiplied by alpha; colour read unmultiplied must be brought to that.
     const bool premultiply = channels == 4 && source.unassociated_alpha && std::string(out->format_name()) == "openexr";
-    if (premultiply) spec.erase_attribute("oiio:UnassociatedAlpha");
+    if (premultiply) header.erase_attribute("oiio:UnassociatedAlpha");
     const std::vector<float> data = output_pixels(pixels, channels, premultiply);
 
     pending_output pending(path);
-    if (!out->open(pending.temp_path().string(), spec)) throw output_error(path, oiio_error(out->geterror()));
+    if (!out->open(pending.temp_path().string(), header)) throw output_error(path, oiio_error(out->geterror()));
     const bool written = out->write_image(OIIO::TypeDesc::FLOAT, data.data());
     const std::string write_failure = written ? "" : oiio_error(out->geterror());
     const bool closed = out->close();

@@ -17,7 +17,7 @@ inline constexpr long long max_image_pixels = 1LL << 27;
 
 struct image_file {
     rgba_image pixels;
-    OIIO::ImageSpec spec;       // as the file describes itself: size, depth, channels, metadata
+    OIIO::ImageSpec header;       // as the file describes itself: size, depth, channels, metadata
     std::string format_name;    // OpenImageIO's name: "openexr", "png", "tiff", "dpx"...
     bool has_alpha = false;     // the file has an alpha channel
     bool unassociated_alpha = false;  // its colour is not multiplied by alpha (PNG, most TIFF)

@@ -64,24 +64,24 @@ std::vector<known_theme> installed_themes(const fs::path& bundle)
     return found;
 }
 
-vl1::hueloom_theme_v1 find_theme(const std::string& spec, const fs::path& bundle)
+vl1::hueloom_theme_v1 find_theme(const std::string& wanted, const fs::path& bundle)
 {
-    if (lower(fs::path(spec).extension().string()) == ".hlt" || fs::is_regular_file(spec)) {
+    if (lower(fs::path(wanted).extension().string()) == ".hlt" || fs::is_regular_file(wanted)) {
         vl1::hueloom_theme_v1 theme;
         std::string problem;
-        if (!vl1::hueloom_theme_file_serializer_v1::read_theme_from_file(theme, spec, problem))
-            throw render_error(exit_code::input, fmt::format("--theme {}: not a readable theme file ({})", spec, problem));
+        if (!vl1::hueloom_theme_file_serializer_v1::read_theme_from_file(theme, wanted, problem))
+            throw render_error(exit_code::input, fmt::format("--theme {}: not a readable theme file ({})", wanted, problem));
         return theme;
     }
     const auto themes = installed_themes(bundle);
     uint32_t uid = 0;
-    const bool by_uid = parse_uid(spec, uid);
+    const bool by_uid = parse_uid(wanted, uid);
     for (const auto& t : themes) {
-        if ((by_uid && t.theme.uid == uid) || lower(t.theme.name) == lower(spec)) return t.theme;
+        if ((by_uid && t.theme.uid == uid) || lower(t.theme.name) == lower(wanted)) return t.theme;
     }
     std::vector<std::string> names;
     for (const auto& t : themes) names.push_back(fmt::format("{:08x} \"{}\"", t.theme.uid, t.theme.name));
-    throw render_error(exit_code::usage, fmt::format("--theme {}: no such theme; installed: {}", spec,
+    throw render_error(exit_code::usage, fmt::format("--theme {}: no such theme; installed: {}", wanted,
                                                      names.empty() ? "none" : fmt::format("{}", fmt::join(names, ", "))));
 }
 

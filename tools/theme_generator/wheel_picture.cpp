@@ -209,10 +209,10 @@ bool write_wheel_picture(const hueloom_theme_v1& theme, int size_px, const std::
         error = fmt::format("cannot write '{}': {}", path, OIIO::geterror());
         return false;
     }
-    OIIO::ImageSpec spec(size_px, size_px, 4, OIIO::TypeDesc::UINT8);
+    OIIO::ImageSpec header(size_px, size_px, 4, OIIO::TypeDesc::UINT8);
     // The colours above are not multiplied by alpha, which is what PNG stores.
-    spec.attribute("oiio:UnassociatedAlpha", 1);
-    if (!out->open(path, spec) || !out->write_image(OIIO::TypeDesc::UINT8, pixels.data()) || !out->close()) {
+    header.attribute("oiio:UnassociatedAlpha", 1);
+    if (!out->open(path, header) || !out->write_image(OIIO::TypeDesc::UINT8, pixels.data()) || !out->close()) {
         error = fmt::format("cannot write '{}': {}", path, out->geterror());
         return false;
     }

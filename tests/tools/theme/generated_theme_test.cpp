@@ -226,10 +226,10 @@ protected:
         auto in = OIIO::ImageInput::open(path);
         if (!in)
             return p;
-        const OIIO::ImageSpec& spec = in->spec();
-        if (spec.width != spec.height || spec.nchannels != 4)
+        const OIIO::ImageSpec& header = in->spec();
+        if (header.width != header.height || header.nchannels != 4)
             return p;
-        p.size = spec.width;
+        p.size = header.width;
         p.rgba.resize(static_cast<std::size_t>(p.size) * p.size * 4);
         if (!in->read_image(0, 0, 0, 4, OIIO::TypeDesc::UINT8, p.rgba.data()))
             p.size = 0;

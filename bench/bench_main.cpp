@@ -1,0 +1,240 @@
+// hueloom-bench: how fast the render path grades a 4K float frame, measured against
+// OpenColorIO applying the same table and against a plain memory pass over the same
+// buffers, and how long the table of one render setup takes to build. Ends with one line
+//   summary: render_vs_ocio_1t=R render_vs_memory_all=F rebuild_us=T
+// of this run's figures. Google Benchmark's own flags (--benchmark_filter, ...) apply.
+#include <benchmark/benchmark.h>
+#include <fmt/core.h>
+#include <stdlib.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <thread>
+
+#include "bench/bench_frame.h"
+#include "bench/bench_memory_pass.h"
+#include "bench/bench_ocio.h"
+#include "bench/bench_results.h"
+#include "bench/bench_scene.h"
+#include "ofx/ofx_render_rows.h"
+
+namespace vl1::bench {
+
+namespace {
+
+constexpr int frame_width = 3840;
+constexpr int frame_height = 2160;
+constexpr int repetitions = 3;
+// Rows compared between the effect and OpenColorIO before anything is timed.
+constexpr int checked_rows = 64;
+// Both interpolate trilinearly in single precision, but in their own operation order.
+constexpr float agreement_tolerance = 1e-4f;
+
+constexpr const char* render_1t = "render_effect_1_thread";
+constexpr const char* render_all = "render_effect_all_threads";
+constexpr const char* per_pixel_1t = "render_per_pixel_1_thread";
+constexpr const char* ocio_1t = "ocio_lut3d_1_thread";
+constexpr const char* memory_all = "memory_pass_all_threads";
+constexpr const char* rebuild = "table_rebuild_render_setup";
+
+// The effect's vault keeps themes under HOME: the benchmark gives it a fresh folder and
+// removes it again, so the user's own theme folders are never touched.
+class disposable_home {
+public:
+    disposable_home()
+    {
+        std::string pattern = (std::filesystem::temp_directory_path() / "hueloom-bench-XXXXXX").string();
+        if (mkdtemp(pattern.data()) == nullptr)
+            throw std::runtime_error("can't create a temporary HOME");
+        path = pattern;
+        setenv("HOME", path.c_str(), 1);
+    }
+    ~disposable_home()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(path, ignored);
+    }
+    disposable_home(const disposable_home&) = delete;
+    disposable_home& operator=(const disposable_home&) = delete;
+
+private:
+    std::filesystem::path path;
+};
+
+struct scene {
+    rgba_float_frame source = make_source_frame(frame_width, frame_height);
+    rgba_float_frame result = make_blank_frame(source);
+    std::shared_ptr<const hueloom_theme_v1> theme = make_bench_theme();
+    std::shared_ptr<hueloom> effect = make_bench_effect(theme, bench_setting());
+    std::shared_ptr<per_pixel_component> reference = std::make_shared<per_pixel_component>(theme, bench_setting());
+    OfxRectI window{0, 0, frame_width, frame_height};
+    tbb::task_arena one_thread{1, 1, tbb::task_arena::priority::high};
+
+    scene()
+    {
+        effect->notify(event(event_render_setup));
+        reference->notify(event(event_render_setup));
+    }
+
+    // What the render action does between render setup and render: the adapter's own loop.
+    void render(tbb::task_arena& arena, icomponent_v1& component)
+    {
+        render_window_rows(component, window, float_image_view(source), float_image_view(result), arena);
+    }
+
+    lut_argb<32> effect_table() const
+    {
+        lut_argb_variable exported;
+        effect->get_lut(&exported);
+        lut_argb<32> table;
+        table.data = exported.data;
+        return table;
+    }
+};
+
+// The largest difference in r, g, b between the effect's result and OpenColorIO's over the
+// first rows.
+bool agrees_with_ocio(scene& s, const ocio_lut_processor& ocio)
+{
+    s.render(s.one_thread, *s.effect);
+    rgba_float_frame theirs = make_blank_frame(s.source);
+    ocio.apply(s.source, theirs, 0, checked_rows);
+    float worst = 0.0f;
+    const std::size_t floats = static_cast<std::size_t>(checked_rows) * frame_width * 4;
+    for (std::size_t i = 0; i < floats; ++i)
+        if (i % 4 != 3)
+            worst = std::max(worst, std::fabs(s.result.pixels[i] - theirs.pixels[i]));
+    fmt::print("check: largest |effect - OpenColorIO| over {} rows: {:.3g} (allowed {:.3g})\n", checked_rows, worst,
+               agreement_tolerance);
+    return worst <= agreement_tolerance;
+}
+
+// The effect, row-wise on all threads, must give the bytes of the independent per-pixel
+// grader on one thread: same table, same conversions, same sampling bits.
+bool agrees_with_per_pixel(scene& s)
+{
+    s.render(s.one_thread, *s.reference);
+    const std::vector<float> per_pixel = s.result.pixels;
+    std::fill(s.result.pixels.begin(), s.result.pixels.end(), 0.0f);
+    s.render(render_arena(), *s.effect);
+    const bool same = std::memcmp(per_pixel.data(), s.result.pixels.data(), per_pixel.size() * sizeof(float)) == 0;
+    fmt::print("check: the effect on all threads {} the per-pixel grader byte for byte\n",
+               same ? "matches" : "DOES NOT MATCH");
+    return same;
+}
+
+template <typename Work>
+void register_frame_pass(const char* name, const scene& s, Work work)
+{
+    const double mpixels = static_cast<double>(s.source.pixel_count()) * 1e-6;
+    benchmark::RegisterBenchmark(name, [=](benchmark::State& state) mutable {
+        for (auto _ : state)
+            work();
+        state.counters["Mpixel"] = benchmark::Counter(mpixels, benchmark::Counter::kIsIterationInvariantRate);
+    })->UseRealTime()->Unit(benchmark::kMillisecond)->Repetitions(repetitions)->ReportAggregatesOnly(true);
+}
+
+void register_benchmarks(scene& s, const ocio_lut_processor& ocio)
+{
+    register_frame_pass(render_1t, s, [&s] { s.render(s.one_thread, *s.effect); });
+    register_frame_pass(render_all, s, [&s] { s.render(render_arena(), *s.effect); });
+    register_frame_pass(per_pixel_1t, s, [&s] { s.render(s.one_thread, *s.reference); });
+    register_frame_pass(ocio_1t, s, [&s, &ocio] { ocio.apply(s.source, s.result, 0, frame_height); });
+    register_frame_pass(memory_all, s, [&s] { memory_pass(s.source, s.result, render_arena()); });
+    benchmark::RegisterBenchmark(rebuild, [&s](benchmark::State& state) {
+        for (auto _ : state)
+            s.effect->notify(event(event_render_setup));
+    })->UseRealTime()->Unit(benchmark::kMicrosecond)->Repetitions(repetitions)->ReportAggregatesOnly(true);
+}
+
+std::string figure(std::optional<double> value, const char* format)
+{
+    return value ? fmt::format(fmt::runtime(format), *value) : std::string("n/a");
+}
+
+std::optional<double> ratio(std::optional<double> a, std::optional<double> b)
+{
+    return a && b ? std::optional<double>(*a / *b) : std::nullopt;
+}
+
+// Other processes take cores from the threads measured here; say so beside the figures.
+void print_load_note()
+{
+    double load[1] = {0.0};
+    const unsigned cores = std::thread::hardware_concurrency();
+    if (getloadavg(load, 1) == 1 && cores > 0 && load[0] > 0.5 * cores)
+        fmt::print("note: load average {:.1f} on {} cores during this run: other work shared the machine, and "
+                   "the figures (all-threads ones most) are lower than an idle machine gives\n",
+                   load[0], cores);
+}
+
+void print_summary(const figure_collector& figures, const scene& s)
+{
+    const double mpixels = static_cast<double>(s.source.pixel_count()) * 1e-6;
+    const auto rate = [&](const char* name) -> std::optional<double> {
+        const auto t = figures.seconds_per_iteration(name);
+        return t ? std::optional<double>(mpixels / *t) : std::nullopt;
+    };
+    const auto ours_1t = rate(render_1t);
+    const auto ours_all = rate(render_all);
+    const auto per_pixel = rate(per_pixel_1t);
+    const auto theirs_1t = rate(ocio_1t);
+    const auto memory = rate(memory_all);
+    const auto rebuild_s = figures.seconds_per_iteration(rebuild);
+    const auto rebuild_us = rebuild_s ? std::optional<double>(*rebuild_s * 1e6) : std::nullopt;
+    const auto vs_ocio = ratio(ours_1t, theirs_1t);
+    const auto vs_memory = ratio(ours_all, memory);
+
+    fmt::print("\n{}x{} RGBA float, one table of edge 32, {} threads in the render arena\n", s.source.width,
+               s.source.height, render_arena().max_concurrency());
+    fmt::print("  effect, 1 thread:                    {} Mpixel/s\n", figure(ours_1t, "{:.1f}"));
+    fmt::print("  effect, all threads:                 {} Mpixel/s\n", figure(ours_all, "{:.1f}"));
+    fmt::print("  per-pixel grader, 1 thread:          {} Mpixel/s\n", figure(per_pixel, "{:.1f}"));
+    fmt::print("  OpenColorIO Lut3D, 1 thread:         {} Mpixel/s\n", figure(theirs_1t, "{:.1f}"));
+    fmt::print("  memory pass, all threads:            {} Mpixel/s\n", figure(memory, "{:.1f}"));
+    fmt::print("  effect / OpenColorIO, 1 thread:      {} (target at least 1.5)\n", figure(vs_ocio, "{:.2f}"));
+    fmt::print("  effect / memory pass, all threads:   {} (target at least 0.35)\n", figure(vs_memory, "{:.2f}"));
+    fmt::print("  table rebuild of one render setup:   {} us (target under 1000)\n", figure(rebuild_us, "{:.0f}"));
+    print_load_note();
+    fmt::print("summary: render_vs_ocio_1t={} render_vs_memory_all={} rebuild_us={}\n", figure(vs_ocio, "{:.2f}"),
+               figure(vs_memory, "{:.2f}"), figure(rebuild_us, "{:.0f}"));
+}
+
+int run(int argc, char** argv)
+{
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 2;
+    const disposable_home home;
+    fmt::print("preparing a {}x{} frame, the theme and the effect...\n", frame_width, frame_height);
+    scene s;
+    const ocio_lut_processor ocio(s.effect_table());
+    if (!agrees_with_ocio(s, ocio) || !agrees_with_per_pixel(s)) {
+        fmt::print(stderr, "hueloom-bench: the render path gives wrong results; nothing was timed\n");
+        return 1;
+    }
+    register_benchmarks(s, ocio);
+    figure_collector figures;
+    benchmark::RunSpecifiedBenchmarks(&figures);
+    print_summary(figures, s);
+    benchmark::Shutdown();
+    return 0;
+}
+
+}  // namespace
+
+}  // namespace vl1::bench
+
+int main(int argc, char** argv)
+{
+    try {
+        return vl1::bench::run(argc, argv);
+    } catch (const std::exception& e) {
+        fmt::print(stderr, "hueloom-bench: {}\n", e.what());
+        return 1;
+    }
+}
