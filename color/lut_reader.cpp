@@ -58,8 +58,10 @@ std::shared_ptr<lut_argb<32>> load_lut_from_file_or_resource(std::string folder,
         return nullptr;
 
     const std::filesystem::path path = std::filesystem::path(folder) / file_name;
+    // Only regular files: opening a named pipe blocks until a writer comes, and a device may
+    // never end.
     std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored))
+    if (!std::filesystem::is_regular_file(path, ignored))
         return nullptr;
     std::ifstream file(path, std::ios::binary);
     if (!file)

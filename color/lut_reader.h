@@ -17,9 +17,10 @@ lut_file_type lut_file_type_of(std::string_view file_name);
 
 /// Reads `folder` joined with `file_name` (a '/' between them unless `folder` ends in one;
 /// an absolute `file_name` stands alone). Null for an unknown type, without touching the
-/// file system, and for a file that can't be opened. Throws on a broken file: the format
-/// readers' std::logic_error family (lut_reader_cube.h, lut_reader_3dl.h), with the
-/// file name, line and problem in the message; std::length_error for a file above 256 MiB.
+/// file system, for anything but a regular file (a folder, a named pipe, a device) and for
+/// a file that can't be opened. Throws on a broken file: the format readers'
+/// std::logic_error family (lut_reader_cube.h, lut_reader_3dl.h), with the file name, line
+/// and problem in the message; std::length_error for a file above 256 MiB.
 std::shared_ptr<lut_argb<32>> load_lut_from_file_or_resource(std::string folder, std::string file_name);
 
 /// The same for the bytes of a file already in memory; `file_name` gives the type and

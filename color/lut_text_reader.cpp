@@ -26,6 +26,21 @@ std::string_view skip_space(std::string_view s)
     return s.substr(i);
 }
 
+// `text` as it may stand in a message: control characters (a binary file's zero bytes, a
+// stray carriage return) become '?', so what() neither ends early nor breaks the log line,
+// and text beyond `limit` bytes is cut with "...".
+std::string printable(std::string_view text, std::size_t limit = std::string_view::npos)
+{
+    const bool cut = text.size() > limit;
+    std::string out(cut ? text.substr(0, limit) : text);
+    for (char& c : out) {
+        const auto byte = static_cast<unsigned char>(c);
+        if ((byte < 0x20 && c != '\t') || byte == 0x7f)
+            c = '?';
+    }
+    return cut ? out + "..." : out;
+}
+
 bool starts_with_hex_prefix(std::string_view s)
 {
     return s.size() > 2 && s[0] == '0' && (s[1] == 'x' || s[1] == 'X');
@@ -82,15 +97,11 @@ std::string lut_text_reader::describe(std::string_view problem) const
     std::string_view line = text.substr(line_start, position - line_start);
     if (!line.empty() && line.back() == '\n')
         line.remove_suffix(1);
-    const char* ellipsis = "";
-    if (line.size() > quoted_line_limit) {
-        line = line.substr(0, quoted_line_limit);
-        ellipsis = "...";
-    }
     if (line_number == 0)
-        return fmt::format("ERROR while loading {} LUT: {} [file '{}', empty file]", format, problem, source_name);
-    return fmt::format("ERROR while loading {} LUT: {} [file '{}', line {}: '{}{}']", format, problem, source_name,
-                       line_number, line, ellipsis);
+        return fmt::format("ERROR while loading {} LUT: {} [file '{}', empty file]", format, printable(problem),
+                           source_name);
+    return fmt::format("ERROR while loading {} LUT: {} [file '{}', line {}: '{}']", format, printable(problem),
+                       source_name, line_number, printable(line, quoted_line_limit));
 }
 
 float lut_text_reader::parse_float(std::string_view token) const
@@ -106,9 +117,10 @@ float lut_text_reader::parse_float(std::string_view token) const
         s.empty() || s[0] == '+' || s[0] == '-' ? std::from_chars_result{s.data(), std::errc::invalid_argument}
                                                  : parse_unsigned_float(s, value);
     if (result.ec == std::errc::invalid_argument)
-        fail<std::invalid_argument>(fmt::format("'{}' is not a number", token));
+        fail<std::invalid_argument>(fmt::format("'{}' is not a number", printable(token, quoted_line_limit)));
     if (result.ec == std::errc::result_out_of_range)
-        fail<std::out_of_range>(fmt::format("'{}' is outside the range of a float", token));
+        fail<std::out_of_range>(
+            fmt::format("'{}' is outside the range of a float", printable(token, quoted_line_limit)));
     return negative ? -value : value;
 }
 
@@ -120,9 +132,10 @@ uint64_t lut_text_reader::parse_size(std::string_view token) const
     uint64_t value = 0;
     const std::from_chars_result result = std::from_chars(s.data(), s.data() + s.size(), value, 10);
     if (result.ec == std::errc::invalid_argument)
-        fail<std::invalid_argument>(fmt::format("'{}' is not a size (an unsigned whole number)", token));
+        fail<std::invalid_argument>(
+            fmt::format("'{}' is not a size (an unsigned whole number)", printable(token, quoted_line_limit)));
     if (result.ec == std::errc::result_out_of_range)
-        fail<std::out_of_range>(fmt::format("size '{}' is out of range", token));
+        fail<std::out_of_range>(fmt::format("size '{}' is out of range", printable(token, quoted_line_limit)));
     return value;
 }
 

@@ -36,8 +36,19 @@ std::vector<uint8_t> hueloom::get_state()
     state.resize(get_state_size(), 0);
     std::lock_guard lock(theme_mutex);
     if (current_theme) {
-        state[flag_at] = 1;
-        hueloom_theme_state_serializer_v1::write_theme_to_vector(*current_theme, state, flag_at + 1);
+        // The record has room for 10 wheel LUTs; an imported theme (or one read from an older
+        // record) may have more. Its first 10 are saved rather than a flag without a readable
+        // record, which the component would reject when the project opens; the uid still finds
+        // the whole theme in the collection.
+        const hueloom_theme_v1* saved = current_theme.get();
+        hueloom_theme_v1 fitting;
+        if (saved->luts.size() > theme_state_max_wheel_luts) {
+            fitting = *saved;
+            fitting.luts.resize(theme_state_max_wheel_luts);
+            saved = &fitting;
+        }
+        if (hueloom_theme_state_serializer_v1::write_theme_to_vector(*saved, state, flag_at + 1))
+            state[flag_at] = 1;
     }
     return state;
 }

@@ -18,6 +18,8 @@ constexpr std::size_t name_field_bytes = sizeof(theme_state_entry_v1::name);
 constexpr std::size_t slot_count_offset = offsetof(theme_state_entry_v1, slot_count);
 constexpr std::size_t slots_offset = offsetof(theme_state_entry_v1, slots);
 
+// Room for the longest name and its zero byte.
+static_assert(theme_state_name_max_bytes < name_field_bytes);
 static_assert(magic_offset == 0 && format_offset == 4 && uid_offset == 8 && name_offset == 12 &&
               slot_count_offset == 114 && slots_offset == 116);
 
@@ -59,7 +61,9 @@ uint16_t slot_count_of(const uint8_t* record) { return theme_bytes::load<uint16_
 void decode(const uint8_t* record, hueloom_theme_v1& theme)
 {
     const auto* name = reinterpret_cast<const char*>(record + name_offset);
-    const std::size_t name_bytes = std::find(name, name + name_field_bytes, '\0') - name;
+    // The writer keeps at most 100 name bytes; a record without a zero byte among the first
+    // 100 is cut there too, so that what was read writes back unchanged.
+    const std::size_t name_bytes = std::find(name, name + theme_state_name_max_bytes, '\0') - name;
     const uint32_t format_version = theme_bytes::load<uint32_t>(record + format_offset);
 
     std::vector<theme_lut_slot> wheel;

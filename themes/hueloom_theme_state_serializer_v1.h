@@ -47,9 +47,9 @@ public:
     /// (the record has no room for them) or a LUT with fewer than 32768 cells.
     static bool serialize(const hueloom_theme_v1& theme, theme_state_entry_v1* record);
 
-    /// Replaces name (up to its zero byte) and uid of `theme`, sets its version to 0,
-    /// appends the wheel LUTs and sets the post-processing LUT if slot 0's angle is above
-    /// 0.0 (format 3 and up). The background stays as it was. False, the theme untouched,
+    /// Replaces name (up to its zero byte, at most 100 bytes) and uid of `theme`, sets its
+    /// version to 0, appends the wheel LUTs and sets the post-processing LUT if slot 0's angle
+    /// is above 0.0 (format 3 and up). The background stays as it was. False, the theme untouched,
     /// for a null record or a slot count above 11.
     static bool deserialize(hueloom_theme_v1& theme, const theme_state_entry_v1* record);
 

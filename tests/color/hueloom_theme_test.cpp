@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <memory>
+#include <vector>
 
 #include "color/hueloom_theme_v1.h"
 #include "tests/color/lut_test_tables.h"
@@ -33,45 +34,24 @@ float tag_of(const theme_lut_slot& slot)
     return slot.lut ? slot.lut->data[0].a : -1.0f;
 }
 
-TEST(HueloomTheme, NewThemeHasVersionOneAndNoUid)
+TEST(HueloomThemeNeighbours, NearestSlotOnEachSideWrappingRoundTheCircle)
 {
-    const hueloom_theme_v1 theme;
-    EXPECT_EQ(theme.uid, 0u);
-    EXPECT_EQ(theme.version, 1u);
-    EXPECT_TRUE(theme.luts.empty());
-    EXPECT_EQ(theme.post_processing_lut, nullptr);
-}
-
-TEST(HueloomThemeNeighbours, AngleBelowAllSlotsWrapsToTheHighest)
-{
-    const neighbor_luts n = theme_at({10.0f, 20.0f}).get_neighbor_luts_by_angle(5.0f);
-    EXPECT_EQ(n.lower.rotation, 20.0f);
-    EXPECT_EQ(n.upper.rotation, 10.0f);
-}
-
-TEST(HueloomThemeNeighbours, AngleAboveAllSlotsWrapsToTheLowest)
-{
-    const neighbor_luts n = theme_at({300.0f, 20.0f, 120.0f}).get_neighbor_luts_by_angle(350.0f);
-    EXPECT_EQ(n.lower.rotation, 300.0f);
-    EXPECT_EQ(n.upper.rotation, 20.0f);
-}
-
-TEST(HueloomThemeNeighbours, NearestOnEachSideInAnyListOrder)
-{
-    const neighbor_luts n = theme_at({200.0f, 90.0f, 30.0f, 150.0f, 100.0f}).get_neighbor_luts_by_angle(120.0f);
-    EXPECT_EQ(n.lower.rotation, 100.0f);
-    EXPECT_EQ(n.upper.rotation, 150.0f);
-}
-
-TEST(HueloomThemeNeighbours, SlotAtTheAngleItselfIsNeither)
-{
-    const neighbor_luts n = theme_at({0.0f, 90.0f, 180.0f}).get_neighbor_luts_by_angle(90.0f);
-    EXPECT_EQ(n.lower.rotation, 0.0f);
-    EXPECT_EQ(n.upper.rotation, 180.0f);
-}
-
-TEST(HueloomThemeNeighbours, EarlierSlotWinsTies)
-{
+    struct neighbour_case {
+        std::initializer_list<float> rotations;
+        float angle, lower, upper;
+    };
+    const neighbour_case cases[] = {
+        {{10.0f, 20.0f}, 5.0f, 20.0f, 10.0f},                               // below all: wraps to the highest
+        {{300.0f, 20.0f, 120.0f}, 350.0f, 300.0f, 20.0f},                   // above all: wraps to the lowest
+        {{200.0f, 90.0f, 30.0f, 150.0f, 100.0f}, 120.0f, 100.0f, 150.0f},  // any list order
+        {{0.0f, 90.0f, 180.0f}, 90.0f, 0.0f, 180.0f},                      // a slot at the angle is neither
+    };
+    for (const neighbour_case& c : cases) {
+        const neighbor_luts n = theme_at(c.rotations).get_neighbor_luts_by_angle(c.angle);
+        EXPECT_EQ(n.lower.rotation, c.lower) << "angle " << c.angle;
+        EXPECT_EQ(n.upper.rotation, c.upper) << "angle " << c.angle;
+    }
+    // Of slots at equal rotations the earlier one wins.
     const hueloom_theme_v1 theme = theme_at({50.0f, 200.0f, 50.0f, 200.0f});
     const neighbor_luts between = theme.get_neighbor_luts_by_angle(100.0f);
     EXPECT_EQ(tag_of(between.lower), 0.0f);
@@ -113,14 +93,8 @@ TEST(HueloomThemeConsistency, OnlyTheFirstGapOfThreeOrMoreSlotsCounts)
     EXPECT_FALSE(theme_at({30.0f, 10.0f, 100.0f}).is_self_consistent());
 }
 
-}  // namespace
-}  // namespace vl1
-
-namespace vl1 {
-namespace {
-
-// A slot whose table deviates from the quotient identity by `offset` on one channel of
-// every entry; entry 0 (black) then shows the weight the slot was applied with.
+// A slot whose table deviates from the quotient identity by `red` and `green` on every
+// entry; entry 0 (black) then shows the weight the slot was applied with.
 theme_lut_slot offset_slot(float rotation, float red, float green)
 {
     lut_argb<32> lut = test::make_lut_32([red, green](float r, float g, float b) {
@@ -129,55 +103,43 @@ theme_lut_slot offset_slot(float rotation, float red, float green)
     return {shared_lut(std::move(lut)), rotation};
 }
 
-TEST(HueloomThemeBlending, AngleBelowAllSlotsBlendsAcrossZero)
+TEST(HueloomThemeBlending, NeighboursWeighByTheirDistanceAcrossZero)
 {
-    // Slots at 10 (red) and 20 (green), angle 5: lower is 20, upper is 10, span 350,
-    // d_lower 345, d_upper 5: 5/350 of the lower and 345/350 of the upper.
-    hueloom_theme_v1 theme;
-    theme.luts = {offset_slot(10.0f, 0.7f, 0.0f), offset_slot(20.0f, 0.0f, 0.7f)};
-    lut_argb<32> lut;
-    theme.apply_theme_luts(lut, 5.0f, 1.0f);
-    EXPECT_NEAR(lut.data[0].r, 0.7f * 345.0f / 350.0f, 1e-6f);
-    EXPECT_NEAR(lut.data[0].g, 0.7f * 5.0f / 350.0f, 1e-6f);
+    struct blend_case {
+        std::vector<theme_lut_slot> slots;
+        float angle, strength, red, green;
+    };
+    const blend_case cases[] = {
+        // Angle 5 between 20 and 10 across zero: span 350, 5/350 of the lower, 345/350 of the upper.
+        {{offset_slot(10.0f, 0.7f, 0.0f), offset_slot(20.0f, 0.0f, 0.7f)}, 5.0f, 1.0f, 0.7f * 345.0f / 350.0f,
+         0.7f * 5.0f / 350.0f},
+        // 350 between 300 and 20: span 80, d_lower 50, d_upper 30, at half strength.
+        {{offset_slot(300.0f, 0.8f, 0.0f), offset_slot(20.0f, 0.0f, 0.8f)}, 350.0f, 0.5f, 0.8f * 30.0f / 80.0f * 0.5f,
+         0.8f * 50.0f / 80.0f * 0.5f},
+        // An exact fit uses that slot alone.
+        {{offset_slot(0.0f, 0.6f, 0.0f), offset_slot(300.0f, 0.0f, 0.6f), offset_slot(330.0f, 0.3f, 0.3f)}, 300.001f,
+         0.75f, 0.0f, 0.6f * 0.75f},
+    };
+    for (const blend_case& c : cases) {
+        hueloom_theme_v1 theme;
+        theme.luts = c.slots;
+        lut_argb<32> lut;
+        theme.apply_theme_luts(lut, c.angle, c.strength);
+        EXPECT_NEAR(lut.data[0].r, c.red, 1e-6f) << "angle " << c.angle;
+        EXPECT_NEAR(lut.data[0].g, c.green, 1e-6f) << "angle " << c.angle;
+    }
 }
 
-TEST(HueloomThemeBlending, AngleBetweenTheLastAndFirstSlotCrossesThreeSixty)
-{
-    // 350 between 300 (red) and 20 (green): span 80, d_lower 50, d_upper 30.
-    hueloom_theme_v1 theme;
-    theme.luts = {offset_slot(300.0f, 0.8f, 0.0f), offset_slot(20.0f, 0.0f, 0.8f)};
-    lut_argb<32> lut;
-    theme.apply_theme_luts(lut, 350.0f, 0.5f);
-    EXPECT_NEAR(lut.data[0].r, 0.8f * 30.0f / 80.0f * 0.5f, 1e-6f);
-    EXPECT_NEAR(lut.data[0].g, 0.8f * 50.0f / 80.0f * 0.5f, 1e-6f);
-}
-
-TEST(HueloomThemeBlending, ExactFitUsesThatSlotAloneAtFullStrength)
-{
-    hueloom_theme_v1 theme;
-    theme.luts = {offset_slot(0.0f, 0.6f, 0.0f), offset_slot(300.0f, 0.0f, 0.6f), offset_slot(330.0f, 0.3f, 0.3f)};
-    lut_argb<32> lut;
-    theme.apply_theme_luts(lut, 300.001f, 0.75f);
-    EXPECT_EQ(lut.data[0].r, 0.0f);
-    EXPECT_NEAR(lut.data[0].g, 0.6f * 0.75f, 1e-6f);
-}
-
-TEST(HueloomThemeBlending, StrengthZeroKeepsTheIdentity)
+TEST(HueloomThemeBlending, StrengthZeroKeepsTheIdentityAndEqualRotationsLeaveNoNan)
 {
     hueloom_theme_v1 theme;
     theme.luts = {offset_slot(0.0f, 0.6f, 0.2f), offset_slot(180.0f, 0.1f, 0.6f)};
     lut_argb<32> lut;
-    const lut_argb<32> identity;
     theme.apply_theme_luts(lut, 90.0f, 0.0f);
-    EXPECT_TRUE(lut.data == identity.data);
-}
+    EXPECT_TRUE(lut.data == lut_argb<32>().data);
 
-TEST(HueloomThemeBlending, TwoSlotsAtOneAngleLeaveNoNanInTheTable)
-{
     // Same rotation twice: span 0, the weights are 0/0. The clamp turns them into limits.
-    hueloom_theme_v1 theme;
     theme.luts = {offset_slot(40.0f, 0.6f, 0.0f), offset_slot(40.0f, 0.0f, 0.6f)};
-    lut_argb<32> lut;
     theme.apply_theme_luts(lut, 100.0f, 1.0f);
     for (const argb_float& e : lut.data)
         ASSERT_TRUE(e == e);

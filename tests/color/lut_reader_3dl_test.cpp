@@ -28,41 +28,32 @@ TEST(ReadLut3dl, BlueRunsFastestAndTenBitValuesDivideByOneThousandTwentyFour)
                     << r << g << b;
 }
 
-TEST(ReadLut3dl, TwelveBitWhiteDividesByFourThousandNinetySix)
+TEST(ReadLut3dl, DivisorComesFromTheLargestValueAndTheShaper)
 {
-    const lut_argb_variable lut = read_lut_3dl(read_lut_sample("twelve_bit.3dl"), "twelve_bit.3dl");
-    EXPECT_EQ(lut.data.back(), (argb_float{1.0f, 4095.0f / 4096.0f, 4095.0f / 4096.0f, 4095.0f / 4096.0f}));
-    EXPECT_EQ(lut.data[1], (argb_float{1.0f, 0.0f, 0.0f, 4095.0f / 4096.0f}));
-}
-
-TEST(ReadLut3dl, PowerOfTwoMaximumKeepsItsOwnScale)
-{
-    // 1024 is a power of two: bits stay 1024, top 1023, divisor 1024.
-    const std::string text = replaced(read_lut_sample("asym_2.3dl"), "900 600 350", "1024 600 350");
-    EXPECT_EQ(read_lut_3dl(text, "x.3dl").data.back().r, 1.0f);
-}
-
-TEST(ReadLut3dl, FloatValuesAreScaledByTheShaperEnd)
-{
-    // Largest value 1.0: bits 1, so the top is the shaper's 1023 and 1.0 reads 1/1024.
-    const std::string text = "0 1023\n0 0 0\n0 0 1\n0 1 0\n0 1 1\n1 0 0\n1 0 1\n1 1 0\n1 1 1\n";
-    const lut_argb_variable lut = read_lut_3dl(text, "float.3dl");
-    EXPECT_EQ(lut.data.back(), (argb_float{1.0f, 1.0f / 1024.0f, 1.0f / 1024.0f, 1.0f / 1024.0f}));
-}
-
-TEST(ReadLut3dl, ShaperStartIsSubtractedAfterTheDivisionAndClampsBelow)
-{
-    // first = 64: divisor = 1023 - 64 + 1 = 960; v / 960 - 64 is below 64 for every v here.
-    const std::string text = replaced(read_lut_sample("asym_2.3dl"), "0 1023", "64 1023");
-    const lut_argb_variable lut = read_lut_3dl(text, "x.3dl");
-    EXPECT_EQ(lut.data[0], (argb_float{1.0f, 64.0f, 64.0f, 64.0f}));
-}
-
-TEST(ReadLut3dl, CommentsAndShortLinesInTheDataAreSkipped)
-{
-    std::string text = replaced(read_lut_sample("asym_2.3dl"), "100 200 350\n", "# note\n100 200\n100 200 350 7\n");
-    const lut_argb_variable lut = read_lut_3dl(text, "x.3dl");
-    EXPECT_EQ(lut.data[1], (argb_float{1.0f, 100.0f / 1024.0f, 200.0f / 1024.0f, 350.0f / 1024.0f}));
+    const std::string sample = read_lut_sample("asym_2.3dl");
+    struct scale_case {
+        const char* what;
+        std::string text;
+        std::size_t index;
+        argb_float expected;
+    };
+    const float w12 = 4095.0f / 4096.0f;
+    const scale_case cases[] = {
+        {"twelve-bit white", read_lut_sample("twelve_bit.3dl"), 7, {1.0f, w12, w12, w12}},
+        {"twelve-bit blue", read_lut_sample("twelve_bit.3dl"), 1, {1.0f, 0.0f, 0.0f, w12}},
+        // 1024 is a power of two: bits stay 1024, top 1023, divisor 1024.
+        {"power of two", replaced(sample, "900 600 350", "1024 600 350"), 7, {1.0f, 1.0f, 600.0f / 1024.0f, 350.0f / 1024.0f}},
+        // Largest value 1.0: bits 1, so the top is the shaper's 1023 and 1.0 reads 1/1024.
+        {"float values", "0 1023\n0 0 0\n0 0 1\n0 1 0\n0 1 1\n1 0 0\n1 0 1\n1 1 0\n1 1 1\n", 7,
+         {1.0f, 1.0f / 1024.0f, 1.0f / 1024.0f, 1.0f / 1024.0f}},
+        // first = 64: divisor = 1023 - 64 + 1 = 960; v / 960 - 64 is below 64 for every v here.
+        {"shaper start", replaced(sample, "0 1023", "64 1023"), 0, {1.0f, 64.0f, 64.0f, 64.0f}},
+        // Comments and lines of fewer than three values in the data are skipped.
+        {"comments", replaced(sample, "100 200 350\n", "# note\n100 200\n100 200 350 7\n"), 1,
+         {1.0f, 100.0f / 1024.0f, 200.0f / 1024.0f, 350.0f / 1024.0f}},
+    };
+    for (const scale_case& c : cases)
+        EXPECT_EQ(read_lut_3dl(c.text, "x.3dl").data.at(c.index), c.expected) << c.what;
 }
 
 TEST(ReadLut3dl, LastLineWithoutLineFeedFails)

@@ -62,76 +62,58 @@ TEST(ReadLutCube, WithoutSizeLineSeventeenCubedValuesAreRead)
     EXPECT_EQ(lut.data[lut_index(17, 0, 0, 1)].r, 0.0f);
 }
 
-class ReadLutCubeFailure : public ::testing::Test {
-protected:
-    const std::string sample = read_lut_sample("asym_2.cube");
+enum class failure { too_few, not_a_number, out_of_range };
 
-    template <class E>
-    std::string failure_of(const std::string& text)
-    {
-        try {
-            read_lut_cube(text, "broken.cube");
-        } catch (const E& e) {
-            return e.what();
-        } catch (const std::exception& e) {
-            return std::string("wrong exception type: ") + e.what();
-        }
-        return "no failure";
+// The kind and message of what reading `text` throws.
+std::string failure_of(const std::string& text, failure kind)
+{
+    try {
+        read_lut_cube(text, "broken.cube");
+    } catch (const std::exception& e) {
+        const bool right_kind = kind == failure::not_a_number   ? dynamic_cast<const std::invalid_argument*>(&e) != nullptr
+                                : kind == failure::out_of_range ? dynamic_cast<const std::out_of_range*>(&e) != nullptr
+                                                                : dynamic_cast<const std::logic_error*>(&e) != nullptr;
+        return right_kind ? e.what() : std::string("wrong exception type: ") + e.what();
     }
-};
-
-TEST_F(ReadLutCubeFailure, DataEndingEarlyNamesFileAndLastLine)
-{
-    const std::string text = replaced(sample, "0.9000 0.6000 0.3500\n", "");
-    const std::string message = failure_of<std::logic_error>(text);
-    EXPECT_THAT(message, StartsWith(too_few));
-    EXPECT_THAT(message, HasSubstr("file 'broken.cube', line"));
+    return "no failure";
 }
 
-TEST_F(ReadLutCubeFailure, LinesOfFewerThanThreeValuesInTheDataEndTheLoad)
+TEST(ReadLutCubeFailure, EachBrokenLineGivesItsMessage)
 {
-    EXPECT_THAT(failure_of<std::logic_error>(replaced(sample, "0.9000 0.2000 0.0500\n", "0.9000 0.2000 0.0500\n\n")),
-                StartsWith(too_few));
-    EXPECT_THAT(failure_of<std::logic_error>(replaced(sample, "0.9000 0.2000 0.0500", "0.9000\t0.2000\t0.0500")),
-                StartsWith(too_few));
-    EXPECT_THAT(failure_of<std::logic_error>(replaced(sample, "0.9000 0.2000 0.0500", "0.9000 0.2000")),
-                StartsWith(too_few));
-    EXPECT_THAT(failure_of<std::logic_error>("TITLE \"header only\"\nLUT_3D_SIZE 2\n"), StartsWith(too_few));
-}
-
-TEST_F(ReadLutCubeFailure, TokenThatIsNotANumber)
-{
-    const std::string message = failure_of<std::invalid_argument>(replaced(sample, "0.6000 0.0500", "abc 0.0500"));
-    EXPECT_THAT(message, HasSubstr("'abc' is not a number"));
-    EXPECT_THAT(message, HasSubstr("line 8: '0.1000 abc 0.0500'"));
-    // Two blanks make an empty token.
-    EXPECT_THAT(failure_of<std::invalid_argument>(replaced(sample, "0.9000 0.2000", "0.9000  0.2000")),
-                HasSubstr("'' is not a number"));
-    EXPECT_THAT(failure_of<std::invalid_argument>(replaced(sample, "LUT_3D_SIZE 2", "LUT_3D_SIZE  2")),
-                HasSubstr("is not a size"));
-}
-
-TEST_F(ReadLutCubeFailure, KeywordLinesWithTooFewTokens)
-{
-    EXPECT_THAT(failure_of<std::out_of_range>(replaced(sample, "LUT_3D_SIZE 2", "LUT_3D_SIZE")),
-                HasSubstr("'LUT_3D_SIZE' needs 1 values"));
-    EXPECT_THAT(failure_of<std::out_of_range>(replaced(sample, "LUT_3D_SIZE 2", "LUT_3D_SIZE 2\nDOMAIN_MAX 1 1")),
-                HasSubstr("'DOMAIN_MAX' needs 3 values"));
-}
-
-TEST_F(ReadLutCubeFailure, SizesThatCantBeATableAreRefusedBeforeAllocating)
-{
-    EXPECT_THAT(failure_of<std::invalid_argument>(replaced(sample, "LUT_3D_SIZE 2", "LUT_3D_SIZE 1")),
-                HasSubstr("a size of 1 is not supported"));
-    EXPECT_THAT(failure_of<std::invalid_argument>(replaced(sample, "LUT_3D_SIZE 2", "LUT_3D_SIZE 0")),
-                HasSubstr("a size of 0 is not supported"));
-    EXPECT_THAT(failure_of<std::invalid_argument>(replaced(sample, "LUT_3D_SIZE 2", "LUT_3D_SIZE -3")),
-                HasSubstr("is not a size"));
-    // 1000000³ entries would be 16 EB; the file has a few hundred bytes.
-    EXPECT_THAT(failure_of<std::logic_error>(replaced(sample, "LUT_3D_SIZE 2", "LUT_3D_SIZE 1000000")),
-                StartsWith(too_few));
-    EXPECT_THAT(failure_of<std::out_of_range>(replaced(sample, "LUT_3D_SIZE 2", "LUT_3D_SIZE 99999999999999999999")),
-                HasSubstr("out of range"));
+    const std::string sample = read_lut_sample("asym_2.cube");
+    struct failure_case {
+        std::string text;
+        failure kind;
+        std::string message;
+    };
+    const auto size = [&](const std::string& line) { return replaced(sample, "LUT_3D_SIZE 2", line); };
+    const failure_case cases[] = {
+        {replaced(sample, "0.9000 0.6000 0.3500\n", ""), failure::too_few, "file 'broken.cube', line"},
+        // Lines of fewer than three values in the data end the load.
+        {replaced(sample, "0.9000 0.2000 0.0500\n", "0.9000 0.2000 0.0500\n\n"), failure::too_few, too_few},
+        {replaced(sample, "0.9000 0.2000 0.0500", "0.9000\t0.2000\t0.0500"), failure::too_few, too_few},
+        {"TITLE \"header only\"\nLUT_3D_SIZE 2\n", failure::too_few, too_few},
+        {replaced(sample, "0.6000 0.0500", "abc 0.0500"), failure::not_a_number, "'abc' is not a number"},
+        {replaced(sample, "0.6000 0.0500", "abc 0.0500"), failure::not_a_number, "line 8: '0.1000 abc 0.0500'"},
+        // Two blanks make an empty token.
+        {replaced(sample, "0.9000 0.2000", "0.9000  0.2000"), failure::not_a_number, "'' is not a number"},
+        {size("LUT_3D_SIZE  2"), failure::not_a_number, "is not a size"},
+        {size("LUT_3D_SIZE"), failure::out_of_range, "'LUT_3D_SIZE' needs 1 values"},
+        {size("LUT_3D_SIZE 2\nDOMAIN_MAX 1 1"), failure::out_of_range, "'DOMAIN_MAX' needs 3 values"},
+        // Sizes that can't be a table are refused before anything is allocated: 1000000³
+        // entries would be 16 EB, and the file has a few hundred bytes.
+        {size("LUT_3D_SIZE 1"), failure::not_a_number, "a size of 1 is not supported"},
+        {size("LUT_3D_SIZE -3"), failure::not_a_number, "is not a size"},
+        {size("LUT_3D_SIZE 1000000"), failure::too_few, too_few},
+        {size("LUT_3D_SIZE 99999999999999999999"), failure::out_of_range, "out of range"},
+    };
+    for (const failure_case& c : cases) {
+        const std::string message = failure_of(c.text, c.kind);
+        EXPECT_THAT(message, HasSubstr(c.message));
+        if (c.kind == failure::too_few) {
+            EXPECT_THAT(message, StartsWith(too_few));
+        }
+    }
 }
 
 }  // namespace

@@ -7,6 +7,9 @@
 
 #include "color/lut_reader_cube.h"
 #include "color/lut_text_reader.h"
+#include "color/lut_writer_cube.h"
+#include "tests/color/lut_writer_test_support.h"
+#include "tests/support/test_paths.h"
 
 namespace vl1 {
 namespace {
@@ -89,6 +92,10 @@ TEST_F(GermanLocale, DecimalPointIsAPointWhateverTheLocale)
     const lut_argb_variable lut = read_lut_cube(
         "LUT_3D_SIZE 2\n0.5 0.25 0.125\n1 0 0\n0 1 0\n1 1 0\n0 0 1\n1 0 1\n0 1 1\n1 1 1\n", "de.cube");
     EXPECT_EQ(lut.data[0], (argb_float{1.0f, 0.5f, 0.25f, 0.125f}));
+    // The writer too.
+    const std::string path = (hueloom_test::make_temp_dir() / "de.cube").string();
+    ASSERT_TRUE(write_lut_cube(make_identity_17(), path, "", ""));
+    EXPECT_EQ(test::file_lines(path)[4], "0.0625 0.0000 0.0000");
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <clocale>
-
 #include "color/lut_file_header.h"
 #include "color/lut_reader_cube.h"
 #include "color/lut_writer_cube.h"
@@ -63,18 +61,6 @@ TEST(WriteLutCube, ReaderReadsTheExportBackWithinTheFourDecimals)
         ASSERT_NEAR(back.data[i].g, lut.data[i].g, 5e-5f) << i;
         ASSERT_NEAR(back.data[i].b, lut.data[i].b, 5e-5f) << i;
     }
-}
-
-TEST(WriteLutCube, DecimalPointIsAPointInAGermanLocale)
-{
-    const std::string previous = std::setlocale(LC_ALL, nullptr);
-    if (!std::setlocale(LC_ALL, "de_DE.UTF-8"))
-        GTEST_SKIP() << "the locale de_DE.UTF-8 is not installed";
-    const std::string path = (hueloom_test::make_temp_dir() / "de.cube").string();
-    const bool written = write_lut_cube(make_identity_17(), path, "", "");
-    std::setlocale(LC_ALL, previous.c_str());
-    ASSERT_TRUE(written);
-    EXPECT_EQ(file_lines(path)[4], "0.0625 0.0000 0.0000");
 }
 
 TEST(WriteLutCube, FailsWhenTheFileCantBeOpened)

@@ -35,75 +35,49 @@ lut_argb<32> graded()
     });
 }
 
-TEST(ThemeModifiers, NeutralFactorsKeepTheTableUpToOneHslTrip)
+TEST(ThemeModifiers, NeutralFactorsKeepTheTableAndZeroFactorsGiveTheIdentity)
 {
     hueloom_theme_v1 theme;
-    lut_argb<32> lut = graded();
-    const lut_argb<32> before = lut;
+    const lut_argb<32> before = graded();
+    lut_argb<32> lut = before;
     theme.apply_theme_modifiers(lut, 1.0f, 1.0f, 1.0f);
     for (std::size_t i = 0; i < lut.data.size(); ++i) {
-        ASSERT_NEAR(lut.data[i].r, before.data[i].r, 2e-5f) << i;
+        ASSERT_NEAR(lut.data[i].r, before.data[i].r, 2e-5f) << i;  // up to one HSL trip
         ASSERT_NEAR(lut.data[i].g, before.data[i].g, 2e-5f) << i;
         ASSERT_NEAR(lut.data[i].b, before.data[i].b, 2e-5f) << i;
     }
-}
-
-TEST(ThemeModifiers, AllFactorsZeroGiveTheIdentityWhateverTheTable)
-{
-    hueloom_theme_v1 theme;
-    lut_argb<32> lut = graded();
     theme.apply_theme_modifiers(lut, 0.0f, 0.0f, 0.0f);
     expect_identity(lut, 2e-6f);
 }
 
-TEST(ThemeModifiers, HueDifferenceOfHalfACircleGoesClockwise)
+TEST(ThemeModifiers, HueTurnsTheShorterWayAndGreysKeepNoHue)
 {
-    // The red corner holds cyan: hue 180 away from red. Half of that change, clockwise,
-    // is hue 90 (0.5, 1, 0); counter-clockwise would have been 270 (0.5, 0, 1).
-    hueloom_theme_v1 theme;
-    lut_argb<32> lut;
-    lut.data[red_corner] = {1.0f, 0.0f, 1.0f, 1.0f};
-    theme.apply_theme_modifiers(lut, 0.5f, 1.0f, 1.0f);
-    EXPECT_NEAR(lut.data[red_corner].r, 0.5f, 1e-5f);
-    EXPECT_NEAR(lut.data[red_corner].g, 1.0f, 1e-5f);
-    EXPECT_NEAR(lut.data[red_corner].b, 0.0f, 1e-5f);
-}
-
-TEST(ThemeModifiers, HueTakesTheShorterWayRound)
-{
-    // Red (0) graded to magenta-red (330): the change is -30, doubled to -60 = 300.
-    hueloom_theme_v1 theme;
-    lut_argb<32> lut;
-    lut.data[red_corner] = {1.0f, 1.0f, 0.0f, 0.5f};
-    theme.apply_theme_modifiers(lut, 2.0f, 1.0f, 1.0f);
-    EXPECT_NEAR(lut.data[red_corner].r, 1.0f, 1e-5f);
-    EXPECT_NEAR(lut.data[red_corner].g, 0.0f, 1e-5f);
-    EXPECT_NEAR(lut.data[red_corner].b, 1.0f, 1e-5f);
-}
-
-TEST(ThemeModifiers, GreyResultIgnoresHueAndScalesLightness)
-{
-    // Black graded to grey 0.3: saturation stays 0, lightness change doubled to 0.6.
-    hueloom_theme_v1 theme;
-    lut_argb<32> lut;
-    lut.data[black] = {0.25f, 0.3f, 0.3f, 0.3f};
-    theme.apply_theme_modifiers(lut, 1.7f, 2.0f, 2.0f);
-    EXPECT_NEAR(lut.data[black].r, 0.6f, 1e-6f);
-    EXPECT_EQ(lut.data[black].r, lut.data[black].g);
-    EXPECT_EQ(lut.data[black].g, lut.data[black].b);
-    EXPECT_EQ(lut.data[black].a, 0.25f);
-}
-
-TEST(ThemeModifiers, ResultsAreClampedToTheUnitRange)
-{
-    hueloom_theme_v1 theme;
-    lut_argb<32> lut = graded();
-    theme.apply_theme_modifiers(lut, 2.0f, 2.0f, 2.0f);
-    for (const argb_float& e : lut.data) {
-        ASSERT_GE(e.r, 0.0f);
-        ASSERT_LE(e.r, 1.0f);
-        ASSERT_GE(e.b, 0.0f);
-        ASSERT_LE(e.b, 1.0f);
+    struct entry_case {
+        const char* what;
+        std::size_t index;
+        argb_float graded;
+        float hue, chroma, luminance;
+        argb_float expected;
+    };
+    const entry_case cases[] = {
+        // The red corner holds cyan, 180 away: half of that clockwise is hue 90 (0.5, 1, 0);
+        // counter-clockwise would have been 270 (0.5, 0, 1).
+        {"half circle", red_corner, {1.0f, 0.0f, 1.0f, 1.0f}, 0.5f, 1.0f, 1.0f, {1.0f, 0.5f, 1.0f, 0.0f}},
+        // Red (0) graded to 330: the change is -30, doubled to -60 = 300.
+        {"shorter way", red_corner, {1.0f, 1.0f, 0.0f, 0.5f}, 2.0f, 1.0f, 1.0f, {1.0f, 1.0f, 0.0f, 1.0f}},
+        // Black graded to grey 0.3: saturation stays 0, lightness change doubled to 0.6.
+        {"grey", black, {0.25f, 0.3f, 0.3f, 0.3f}, 1.7f, 2.0f, 2.0f, {0.25f, 0.6f, 0.6f, 0.6f}},
+    };
+    for (const entry_case& c : cases) {
+        hueloom_theme_v1 theme;
+        lut_argb<32> lut;
+        lut.data[c.index] = c.graded;
+        theme.apply_theme_modifiers(lut, c.hue, c.chroma, c.luminance);
+        const argb_float got = lut.data[c.index];
+        EXPECT_EQ(got.a, c.expected.a) << c.what;
+        EXPECT_NEAR(got.r, c.expected.r, 1e-5f) << c.what;
+        EXPECT_NEAR(got.g, c.expected.g, 1e-5f) << c.what;
+        EXPECT_NEAR(got.b, c.expected.b, 1e-5f) << c.what;
     }
 }
 

@@ -17,14 +17,11 @@ TEST(Parameter, FreshParameterHoldsDefaultAndIsClean)
         c.add_parameter(std::make_shared<cparameter_continuous_v1>(c.self(), "Gain", 0.0f, 1.0f, 2.0f));
     });
     auto gain = r.param<cparameter_continuous_v1>("Gain");
-    EXPECT_EQ(gain->get_uid(), uid("Gain"));
-    EXPECT_EQ(gain->get_type(), param_type::continuous);
     EXPECT_EQ(gain->get_value(), 1.0f);
     EXPECT_EQ(gain->get_param_value().default_value.f, 2.0f);
     EXPECT_FALSE(gain->is_dirty());
     EXPECT_FALSE(gain->get_is_default());
     EXPECT_TRUE(gain->get_is_reset());
-    EXPECT_EQ(gain->get_flags(), 0u);
 }
 
 TEST(Parameter, ClampsIntoBoundsAndNotifiesOnce)

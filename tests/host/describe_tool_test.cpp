@@ -51,6 +51,7 @@ TEST(describe_tool, ListsPluginsContextsClipsAndParameters)
                                 "script \"gain\"\n"));
     EXPECT_TRUE(contains(r.out, "Count                Integer     default 3  range 0 .. 10  display -inf .. inf\n"));
     EXPECT_TRUE(contains(r.out, "Mode                 Choice      default 1  options Plain, Fancy\n"));
+    EXPECT_TRUE(contains(r.out, "Tint                 RGBA        default 1, 0.5, 0.25, 1\n"));
     EXPECT_TRUE(contains(r.out, "binaryStateParam     Custom      default \"\"  secret\n"));
     EXPECT_TRUE(contains(r.out, "Invert               Boolean     default 1  label \"Invert colours\"\n"));
 }

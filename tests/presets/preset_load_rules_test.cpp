@@ -84,10 +84,8 @@ TEST_F(PresetLoadRules, ListTakesValuesByTypeAndSkipsStrangers)
     EXPECT_FALSE(r.component->invert->get_value());
     EXPECT_FLOAT_EQ(r.component->tint->get_value().g, 0.75f);
     EXPECT_FLOAT_EQ(r.component->gain->get_value(), 1.0f);  // reset to default, never set
-}
 
-TEST_F(PresetLoadRules, ContinuousValuesAreReadOnlyUnderTheReadersSpelling)
-{
+    // Continuous values are read only under the reader's own spelling.
     EXPECT_TRUE(load(preset_text({element("Gain", "continuous", "3.0")})));
     EXPECT_FLOAT_EQ(r.component->gain->get_value(), 1.0f);
     EXPECT_TRUE(load(preset_text({element("Gain", "continuos", "3.0")})));

@@ -196,12 +196,9 @@ TEST_F(ThemeFolderImport, EveryBrokenDocumentOfTheCorpusGivesItsMessage)
             english == "Unexpected error." ? "Theme import from '" + folder.string() + "' failed: " : english;
         EXPECT_NE(logged().find(line), std::string::npos) << logged();
     }
-}
-
-TEST_F(ThemeFolderImport, DisabledPostProcessingNeedsNoLut)
-{
+    // The one file of the corpus that imports: disabled post-processing needs no LUT.
     fs::copy_file(hueloom_test::data_dir() / "themes" / "json" / "post_processing_disabled_without_lut.json",
-                  folder / "theme.json");
+                  folder / "theme.json", fs::copy_options::overwrite_existing);
     const auto theme = import_theme_folder(folder.string(), english, german);
     ASSERT_NE(theme, nullptr) << english;
     EXPECT_EQ(theme->post_processing_lut, nullptr);

@@ -5,13 +5,8 @@
 #include "color/lut_sampling.h"
 #include "tests/support/test_paths.h"
 
-#include <sys/wait.h>
-
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
-#include <fstream>
-#include <sstream>
 #include <stdexcept>
 
 namespace render_test {
@@ -19,33 +14,6 @@ namespace render_test {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string quoted(const std::string& s)
-{
-    std::string q = "'";
-    for (char c : s) q += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return q + "'";
-}
-
-run_result run_program(const std::string& program, const std::vector<std::string>& args, const std::string& env)
-{
-    const auto err_file = hueloom_test::make_temp_dir("run") / "stderr.txt";
-    std::string command = env + " " + quoted(program);
-    for (const auto& a : args) command += " " + quoted(a);
-    command += " 2>" + quoted(err_file.string()) + " </dev/null";
-    run_result r;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) return r;
-    char buffer[4096];
-    while (std::size_t n = fread(buffer, 1, sizeof buffer, pipe)) r.out.append(buffer, n);
-    const int status = pclose(pipe);
-    r.exit_code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    std::ifstream in(err_file);
-    std::stringstream ss;
-    ss << in.rdbuf();
-    r.err = ss.str();
-    return r;
-}
 
 float pattern_value(int x, int y, int c, bool hdr)
 {
@@ -65,12 +33,15 @@ float tolerance(const OIIO::TypeDesc& format, float v)
 
 }  // namespace
 
-run_result run_render(const std::vector<std::string>& args, const std::string& env)
+run_result run_render(const std::vector<std::string>& args)
 {
-    return run_program(HUELOOM_RENDER_TOOL, args, env);
+    return hueloom_test::run_process(HUELOOM_RENDER_TOOL, args, hueloom_test::home_dir());
 }
 
-run_result run_chart(const std::vector<std::string>& args) { return run_program(HUELOOM_CHART_TOOL, args, ""); }
+run_result run_chart(const std::vector<std::string>& args)
+{
+    return hueloom_test::run_process(HUELOOM_CHART_TOOL, args, hueloom_test::home_dir());
+}
 
 fs::path fixture_dir() { return HOST_FIXTURE_DIR; }
 
@@ -106,18 +77,6 @@ void write_pattern(const fs::path& path, int width, int height, int channels, OI
             }
         }
     }
-    auto out = OIIO::ImageOutput::create(path.string());
-    if (!out || !out->open(path.string(), header) || !out->write_image(OIIO::TypeDesc::FLOAT, data.data()) ||
-        !out->close()) {
-        throw std::runtime_error("cannot write test image " + path.string());
-    }
-}
-
-void write_flat(const fs::path& path, int width, int height, std::array<float, 3> rgb, OIIO::TypeDesc format)
-{
-    OIIO::ImageSpec header(width, height, 3, format);
-    std::vector<float> data;
-    for (int i = 0; i < width * height; ++i) data.insert(data.end(), rgb.begin(), rgb.end());
     auto out = OIIO::ImageOutput::create(path.string());
     if (!out || !out->open(path.string(), header) || !out->write_image(OIIO::TypeDesc::FLOAT, data.data()) ||
         !out->close()) {

@@ -14,18 +14,15 @@
 #include <string>
 #include <vector>
 
+#include "tests/tools/run_process.h"
+
 namespace render_test {
 
-struct run_result {
-    int exit_code = -1;
-    std::string out;
-    std::string err;
-};
+using run_result = hueloom_test::process_result;
 
-/// Runs hueloom-render with these arguments (each quoted for the shell) and `env`
-/// assignments in front ("HUELOOM_LOG=stderr"); stderr is a file, so never a terminal.
-run_result run_render(const std::vector<std::string>& args, const std::string& env = "");
-/// The same for hueloom-chart.
+/// Runs hueloom-render, or hueloom-chart, with these arguments as a process; its standard
+/// error is a file, so never a terminal.
+run_result run_render(const std::vector<std::string>& args);
 run_result run_chart(const std::vector<std::string>& args);
 
 /// The folder of the host's fixture bundle, and the arguments that make the renderer use it.
@@ -52,9 +49,6 @@ struct pixels {
 /// as integers when they are whole numbers.
 void write_pattern(const std::filesystem::path& path, int width, int height, int channels, OIIO::TypeDesc format,
                    bool hdr = false, const std::vector<std::pair<std::string, std::string>>& attributes = {});
-/// Writes one colour everywhere (RGB float).
-void write_flat(const std::filesystem::path& path, int width, int height, std::array<float, 3> rgb,
-                OIIO::TypeDesc format = OIIO::TypeDesc::UINT8);
 /// Reads a file's stored values; alpha is not multiplied into colour. Throws on failure.
 pixels read_pixels(const std::filesystem::path& path);
 

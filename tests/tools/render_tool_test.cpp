@@ -27,84 +27,56 @@ std::string read_text(const fs::path& path)
     return ss.str();
 }
 
-// Compares two texts line by line; a failure shows the first differing line only.
-::testing::AssertionResult same_lines(const std::string& got, const std::string& want)
-{
-    std::istringstream a(got), b(want);
-    std::string la, lb;
-    for (int line = 1;; ++line) {
-        const bool more_a = static_cast<bool>(std::getline(a, la));
-        const bool more_b = static_cast<bool>(std::getline(b, lb));
-        if (!more_a && !more_b) return ::testing::AssertionSuccess();
-        if (more_a != more_b || la != lb) {
-            return ::testing::AssertionFailure() << "line " << line << ": \"" << la << "\" instead of \"" << lb << "\"";
-        }
-    }
-}
-
 struct depth_case {
     const char* name;
-    const char* extension;
+    const char* in_extension;
+    const char* out_extension;
     int channels;
     OIIO::TypeDesc format;
     bool hdr;
+    std::vector<std::pair<std::string, std::string>> attributes = {};
 };
 
 class render_tool : public ::testing::Test {
 protected:
     fs::path dir = hueloom_test::make_temp_dir("render");
 
-    run_result render(const std::vector<std::string>& args, const std::string& env = "")
+    run_result render(const std::vector<std::string>& args)
     {
-        return run_render(joined(joined(hueloom_plugin_args(), neutral_look().args), args), env);
+        return run_render(joined(joined(hueloom_plugin_args(), neutral_look().args), args));
     }
 };
 
 TEST_F(render_tool, EveryFormatAndDepthComesBackAsTheBundleGradesIt)
 {
     const depth_case cases[] = {
-        {"png8 rgb", ".png", 3, OIIO::TypeDesc::UINT8, false},
-        {"png8 rgba", ".png", 4, OIIO::TypeDesc::UINT8, false},
-        {"png16 grey", ".png", 1, OIIO::TypeDesc::UINT16, false},
-        {"tif8 rgb", ".tif", 3, OIIO::TypeDesc::UINT8, false},
-        {"tif16 rgba", ".tif", 4, OIIO::TypeDesc::UINT16, false},
-        {"tiff float", ".tiff", 3, OIIO::TypeDesc::FLOAT, true},
-        {"exr half rgba", ".exr", 4, OIIO::TypeDesc::HALF, true},
-        {"exr float rgb", ".exr", 3, OIIO::TypeDesc::FLOAT, true},
-        {"dpx16 rgb", ".dpx", 3, OIIO::TypeDesc::UINT16, false},
+        {"png8 rgb", ".png", ".png", 3, OIIO::TypeDesc::UINT8, false},
+        {"png8 rgba", ".png", ".png", 4, OIIO::TypeDesc::UINT8, false},
+        {"png16 grey", ".png", ".png", 1, OIIO::TypeDesc::UINT16, false},
+        {"tif8 rgb", ".tif", ".tif", 3, OIIO::TypeDesc::UINT8, false},
+        {"tif16 rgba", ".tif", ".tif", 4, OIIO::TypeDesc::UINT16, false},
+        {"tiff float", ".tiff", ".tiff", 3, OIIO::TypeDesc::FLOAT, true},
+        {"exr half rgba", ".exr", ".exr", 4, OIIO::TypeDesc::HALF, true},
+        {"exr float rgb", ".exr", ".exr", 3, OIIO::TypeDesc::FLOAT, true},
+        {"dpx16 rgb", ".dpx", ".dpx", 3, OIIO::TypeDesc::UINT16, false},
+        {"dpx10 rgb", ".dpx", ".dpx", 3, OIIO::TypeDesc::UINT16, false, {{"oiio:BitsPerSample", "10"}}},
+        {"jpeg to png", ".jpg", ".png", 3, OIIO::TypeDesc::UINT8, false},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        const fs::path in = dir / (std::string("in_") + std::to_string(&c - cases) + c.extension);
-        const fs::path out = dir / (std::string("out_") + std::to_string(&c - cases) + c.extension);
-        write_pattern(in, 37, 23, c.channels, c.format, c.hdr);
+        const fs::path in = dir / (std::string("in_") + std::to_string(&c - cases) + c.in_extension);
+        const fs::path out = dir / (std::string("out_") + std::to_string(&c - cases) + c.out_extension);
+        write_pattern(in, 37, 23, c.channels, c.format, c.hdr, c.attributes);
         const run_result r = render({"-i", in.string(), "-o", out.string(), "--threads", "1"});
         ASSERT_EQ(r.exit_code, 0) << r.err;
         const pixels source = read_pixels(in);
         const pixels result = read_pixels(out);
         EXPECT_EQ(result.format, source.format) << "the output keeps the input's depth";
+        EXPECT_EQ(result.header.get_int_attribute("oiio:BitsPerSample"),
+                  source.header.get_int_attribute("oiio:BitsPerSample"));
         EXPECT_EQ(result.channels, c.channels == 1 ? 3 : c.channels) << "grey becomes RGB, alpha stays";
         EXPECT_TRUE(matches_rule(source, result, neutral_look().rule));
     }
-}
-
-TEST_F(render_tool, JpegAndDpxTenBitInputsAreRead)
-{
-    const fs::path jpeg = dir / "in.jpg", dpx = dir / "in10.dpx";
-    write_pattern(jpeg, 40, 24, 3, OIIO::TypeDesc::UINT8);
-    write_pattern(dpx, 40, 24, 3, OIIO::TypeDesc::UINT16, false, {{"oiio:BitsPerSample", "10"}});
-    ASSERT_EQ(render({"-i", jpeg.string(), "-o", (dir / "from_jpeg.png").string()}).exit_code, 0);
-    EXPECT_TRUE(matches_rule(read_pixels(jpeg), read_pixels(dir / "from_jpeg.png"), neutral_look().rule));
-
-    const run_result r = render({"-i", dpx.string(), "-o", (dir / "out10.dpx").string()});
-    ASSERT_EQ(r.exit_code, 0) << r.err;
-    const pixels result = read_pixels(dir / "out10.dpx");
-    EXPECT_EQ(result.header.get_int_attribute("oiio:BitsPerSample"),
-              read_pixels(dpx).header.get_int_attribute("oiio:BitsPerSample"));
-    EXPECT_TRUE(matches_rule(read_pixels(dpx), result, neutral_look().rule));
-
-    ASSERT_EQ(render({"-i", jpeg.string(), "-o", (dir / "out.jpg").string()}).exit_code, 0);
-    EXPECT_EQ(read_pixels(dir / "out.jpg").width, 40);
 }
 
 TEST_F(render_tool, MetadataAndColourSpaceTagsAreCarriedOver)
@@ -211,7 +183,7 @@ TEST_F(render_tool, ExportedLutsHoldTheGradedLatticeInEachFormat)
         SCOPED_TRACE(name);
         const run_result r = render({"--export-lut", (dir / name).string()});
         ASSERT_EQ(r.exit_code, 0) << r.err;
-        EXPECT_TRUE(same_lines(read_text(dir / name), read_text(ref_dir / name)));
+        EXPECT_EQ(read_text(dir / name), read_text(ref_dir / name));
     }
     EXPECT_TRUE(contains(read_text(dir / "look.cube"), "TITLE \"look\"\n")) << "the title comes from the final name";
     EXPECT_EQ(render({"--export-lut", (dir / "look.lut").string()}).exit_code, 2);

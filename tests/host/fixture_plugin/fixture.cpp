@@ -67,7 +67,6 @@ OfxStatus on_describe(OfxImageEffectHandle effect, bool second)
     if (OfxStatus st = effects->getPropertySet(effect, &p); st != kOfxStatOK) return st;
     props->propSetString(p, kOfxPropLabel, 0, second ? "Host Fixture Two" : "Host Fixture");
     props->propSetString(p, kOfxImageEffectPluginPropGrouping, 0, "Hueloom/Tests");
-    props->propSetString(p, kOfxPropPluginDescription, 0, "Inverts its source");
     if (second) {
         props->propSetString(p, kOfxImageEffectPropSupportedContexts, 0, kOfxImageEffectContextGeneral);
     } else {
@@ -363,14 +362,10 @@ OfxStatus dispatch(const char* action, const void* handle, OfxPropertySetHandle 
     return kOfxStatReplyDefault;
 }
 
-OfxStatus first_entry(const char* action, const void* handle, OfxPropertySetHandle in_args, OfxPropertySetHandle)
+template <bool second>
+OfxStatus entry(const char* action, const void* handle, OfxPropertySetHandle in_args, OfxPropertySetHandle)
 {
-    return action == nullptr ? kOfxStatErrBadHandle : dispatch(action, handle, in_args, false);
-}
-
-OfxStatus second_entry(const char* action, const void* handle, OfxPropertySetHandle in_args, OfxPropertySetHandle)
-{
-    return action == nullptr ? kOfxStatErrBadHandle : dispatch(action, handle, in_args, true);
+    return action == nullptr ? kOfxStatErrBadHandle : dispatch(action, handle, in_args, second);
 }
 
 void set_host(OfxHost* h) { host = h; }
@@ -382,8 +377,8 @@ constexpr const char* api = kOfxImageEffectPluginApi;
 #endif
 
 OfxPlugin plugins[] = {
-    {api, 1, "org.hueloom.test.fixture", 2, 5, set_host, first_entry},
-    {api, 1, "org.hueloom.test.fixture.second", 1, 0, set_host, second_entry},
+    {api, 1, "org.hueloom.test.fixture", 2, 5, set_host, entry<false>},
+    {api, 1, "org.hueloom.test.fixture.second", 1, 0, set_host, entry<true>},
 };
 
 }  // namespace

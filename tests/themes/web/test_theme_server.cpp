@@ -34,10 +34,7 @@ theme_server::~theme_server()
         listener.join();
 }
 
-std::string theme_server::url() const
-{
-    return fmt::format("http://127.0.0.1:{}", port);
-}
+std::string theme_server::url() const { return fmt::format("http://127.0.0.1:{}", port); }
 
 void theme_server::set(const std::string& path, canned_reply reply)
 {
@@ -164,16 +161,12 @@ bool fake_theme_check(std::span<const uint8_t> bytes, uint32_t uid, std::string&
 {
     const std::string text(bytes.begin(), bytes.end());
     const std::size_t line_end = text.find('\n');
-    if (line_end == std::string::npos) {
-        problem = "no header line";
-        return false;
-    }
-    const std::string expected_head = fmt::format("HLTTEST {:08x} {}", uid, text.size() - line_end - 1);
-    if (text.compare(0, line_end, expected_head) != 0) {
-        problem = "header '" + text.substr(0, line_end) + "' is not '" + expected_head + "'";
-        return false;
-    }
-    return true;
+    const std::string expected_head =
+        fmt::format("HLTTEST {:08x} {}", uid, line_end == std::string::npos ? 0 : text.size() - line_end - 1);
+    if (line_end != std::string::npos && text.compare(0, line_end, expected_head) == 0)
+        return true;
+    problem = "header '" + text.substr(0, line_end) + "' is not '" + expected_head + "'";
+    return false;
 }
 
 }  // namespace vl1::webtest

@@ -24,11 +24,16 @@ void prepare(client_rig& rig, const canned_reply& reply)
     rig.server.set(theme_server::theme_path(theme_a), reply);
 }
 
-canned_reply reply_of(canned_reply::kind how)
+using kind = canned_reply::kind;
+
+canned_reply reply(std::string body, int status = 200, kind how = kind::body, std::string location = "")
 {
-    canned_reply reply;
-    reply.how = how;
-    return reply;
+    canned_reply r;
+    r.how = how;
+    r.status = status;
+    r.body = std::move(body);
+    r.location = std::move(location);
+    return r;
 }
 
 void expect_former_file_kept(const client_rig& rig)
@@ -40,39 +45,19 @@ void expect_former_file_kept(const client_rig& rig)
 
 TEST(WebClientFailure, BadAnswersNeverReplaceTheThemeFile)
 {
-    struct named_reply {
-        const char* what;
-        canned_reply reply;
+    const std::pair<const char*, canned_reply> cases[] = {
+        {"404", reply(fake_theme(theme_a), 404)},  // an error page that happens to look right
+        {"500", reply("internal error", 500)},
+        {"connection closed mid-body", reply(fake_theme(theme_a, 5000), 200, kind::cut_mid_body)},
+        {"file of another theme", reply(fake_theme(0xb))},
+        {"empty body", reply("")},
+        {"206", reply(fake_theme(theme_a), 206)},
+        {"announced size above the limit", reply(fake_theme(theme_a, webtest::test_max_theme_bytes + 1))},
     };
-    std::vector<named_reply> cases;
-    canned_reply missing;
-    missing.status = 404;
-    missing.body = fake_theme(theme_a);  // an error page that happens to look right
-    cases.push_back({"404", missing});
-    canned_reply failing;
-    failing.status = 500;
-    failing.body = "internal error";
-    cases.push_back({"500", failing});
-    canned_reply cut = reply_of(canned_reply::kind::cut_mid_body);
-    cut.body = fake_theme(theme_a, 5000);
-    cases.push_back({"connection closed mid-body", cut});
-    canned_reply other_theme;
-    other_theme.body = fake_theme(0xb);
-    cases.push_back({"file of another theme", other_theme});
-    canned_reply empty;
-    cases.push_back({"empty body", empty});
-    canned_reply partial_content;
-    partial_content.status = 206;
-    partial_content.body = fake_theme(theme_a);
-    cases.push_back({"206", partial_content});
-    canned_reply too_large;
-    too_large.body = fake_theme(theme_a, webtest::test_max_theme_bytes + 1);
-    cases.push_back({"announced size above the limit", too_large});
-
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
+    for (const auto& [what, reply] : cases) {
+        SCOPED_TRACE(what);
         client_rig rig;
-        prepare(rig, c.reply);
+        prepare(rig, reply);
         EXPECT_TRUE(rig.download({{theme_a, 1}}));
         EXPECT_EQ(rig.server.requests(theme_server::theme_path(theme_a)), 1);
         // The run reached its end, so its completion still comes.
@@ -84,9 +69,7 @@ TEST(WebClientFailure, BadAnswersNeverReplaceTheThemeFile)
 TEST(WebClientFailure, RedirectsAreNotFollowed)
 {
     client_rig rig;
-    canned_reply redirect = reply_of(canned_reply::kind::redirect);
-    redirect.location = rig.server.url() + "/elsewhere.hlt";
-    prepare(rig, redirect);
+    prepare(rig, reply("", 200, kind::redirect, rig.server.url() + "/elsewhere.hlt"));
     rig.server.set_body("/elsewhere.hlt", fake_theme(theme_a, 30));
     EXPECT_TRUE(rig.download({{theme_a, 1}}));
     EXPECT_EQ(rig.server.requests("/elsewhere.hlt"), 0);
@@ -96,7 +79,7 @@ TEST(WebClientFailure, RedirectsAreNotFollowed)
 TEST(WebClientFailure, EndlessBodyIsCutAtTheLimit)
 {
     client_rig rig;
-    prepare(rig, reply_of(canned_reply::kind::endless));
+    prepare(rig, reply("", 200, kind::endless));
     const auto start = clock_type::now();
     EXPECT_TRUE(rig.download({{theme_a, 1}}));
     EXPECT_LT(clock_type::now() - start, std::chrono::seconds(10));
@@ -109,7 +92,7 @@ TEST(WebClientFailure, EndlessBodyIsCutAtTheLimit)
 TEST(WebClientFailure, StopEndsAStalledTransferPromptly)
 {
     client_rig rig;
-    prepare(rig, reply_of(canned_reply::kind::stall));
+    prepare(rig, reply("", 200, kind::stall));
     ASSERT_TRUE(rig.client->schedule_theme_download({{theme_a, 1}}, true, rig.count_finish()));
     ASSERT_TRUE(rig.server.wait_for_stall(std::chrono::seconds(5)));
     EXPECT_TRUE(rig.client->is_busy());
@@ -139,7 +122,7 @@ TEST(WebClientFailure, LowSpeedTimeOutEndsAStalledTransferByItself)
     limits.low_speed_time_s = 1;
     limits.low_speed_bytes_per_second = 1000;
     rig.client->set_transfer_limits(limits);
-    prepare(rig, reply_of(canned_reply::kind::stall));
+    prepare(rig, reply("", 200, kind::stall));
     const auto start = clock_type::now();
     EXPECT_TRUE(rig.download({{theme_a, 1}}));
     EXPECT_LT(clock_type::now() - start, std::chrono::seconds(5));
@@ -150,7 +133,7 @@ TEST(WebClientFailure, LowSpeedTimeOutEndsAStalledTransferByItself)
 TEST(WebClientFailure, DestroyingTheClientStopsItsDownload)
 {
     client_rig rig;
-    prepare(rig, reply_of(canned_reply::kind::stall));
+    prepare(rig, reply("", 200, kind::stall));
     ASSERT_TRUE(rig.client->schedule_theme_download({{theme_a, 1}}, true, rig.count_finish()));
     ASSERT_TRUE(rig.server.wait_for_stall(std::chrono::seconds(5)));
     const auto start = clock_type::now();
@@ -166,33 +149,19 @@ TEST(WebClientManifest, UnusableManifestsKeepTheFormerVersions)
     rig.server.set_body("/manifest.json", R"({"0000000a": 2})");
     ASSERT_TRUE(rig.client->download_manifest());
 
-    struct named_reply {
-        const char* what;
-        canned_reply reply;
-    };
-    std::vector<named_reply> cases;
-    auto body = [](const std::string& text, int status = 200) {
-        canned_reply r;
-        r.body = text;
-        r.status = status;
-        return r;
-    };
-    cases.push_back({"not JSON", body("<html>maintenance</html>")});
-    cases.push_back({"root array", body(R"([{"0000000a": 3}])")});
-    cases.push_back({"key not hex", body(R"({"theme-a": 3})")});
-    cases.push_back({"404 with a good body", body(R"({"0000000a": 3})", 404)});
-    cases.push_back({"too large", body("{\"0000000a\": 3" + std::string(webtest::test_max_manifest_bytes, ' ') + "}")});
-    canned_reply cut = reply_of(canned_reply::kind::cut_mid_body);
-    cut.body = R"({"0000000a": 3})";
-    cases.push_back({"cut mid-body", cut});
-    canned_reply redirect = reply_of(canned_reply::kind::redirect);
-    redirect.location = rig.server.url() + "/other.json";
     rig.server.set_body("/other.json", R"({"0000000a": 3})");
-    cases.push_back({"redirect", redirect});
-
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        rig.server.set("/manifest.json", c.reply);
+    const std::pair<const char*, canned_reply> cases[] = {
+        {"not JSON", reply("<html>maintenance</html>")},
+        {"root array", reply(R"([{"0000000a": 3}])")},
+        {"key not hex", reply(R"({"theme-a": 3})")},
+        {"404 with a good body", reply(R"({"0000000a": 3})", 404)},
+        {"too large", reply("{\"0000000a\": 3" + std::string(webtest::test_max_manifest_bytes, ' ') + "}")},
+        {"cut mid-body", reply(R"({"0000000a": 3})", 200, kind::cut_mid_body)},
+        {"redirect", reply("", 200, kind::redirect, rig.server.url() + "/other.json")},
+    };
+    for (const auto& [what, reply] : cases) {
+        SCOPED_TRACE(what);
+        rig.server.set("/manifest.json", reply);
         EXPECT_FALSE(rig.client->download_manifest());
         EXPECT_FALSE(rig.client->schedule_theme_download({{theme_a, 0}}, true, rig.count_finish()));
         EXPECT_EQ(rig.client->get_server_version_of_theme(theme_a), 2u);

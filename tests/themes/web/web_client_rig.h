@@ -37,25 +37,17 @@ struct client_rig {
         client->set_manifest_url(server.url() + "/manifest.json");
         client->set_theme_validator(&fake_theme_check);
         client->set_finish_delay(std::chrono::milliseconds(0));
-        web_transfer_limits limits;
-        limits.connect_timeout_ms = 2000;
-        limits.low_speed_time_s = 5;
-        limits.low_speed_bytes_per_second = 1;
-        limits.max_manifest_bytes = test_max_manifest_bytes;
-        limits.max_theme_file_bytes = test_max_theme_bytes;
-        client->set_transfer_limits(limits);
+        client->set_transfer_limits({.connect_timeout_ms = 2000,
+                                     .low_speed_time_s = 5,
+                                     .low_speed_bytes_per_second = 1,
+                                     .max_manifest_bytes = test_max_manifest_bytes,
+                                     .max_theme_file_bytes = test_max_theme_bytes});
     }
 
-    ~client_rig()
-    {
-        // The client goes first: its worker may still be talking to the server.
-        client.reset();
-    }
+    // The client goes first: its worker may still be talking to the server.
+    ~client_rig() { client.reset(); }
 
-    std::function<void()> count_finish()
-    {
-        return [this] { ++finished; };
-    }
+    std::function<void()> count_finish() { return [this] { ++finished; }; }
 
     /// Schedules `wanted` with start and waits for the worker to end.
     bool download(const std::map<uint32_t, int>& wanted)
@@ -65,10 +57,7 @@ struct client_rig {
         return result;
     }
 
-    std::filesystem::path final_path(uint32_t uid) const
-    {
-        return folder / fmt::format("theme_{:08x}.hlt", uid);
-    }
+    std::filesystem::path final_path(uint32_t uid) const { return folder / fmt::format("theme_{:08x}.hlt", uid); }
 
     void put_local_theme(uint32_t uid, const std::string& bytes) const
     {

@@ -1,5 +1,7 @@
 #include "tests/tools/theme/theme_folder_maker.h"
 
+#include <gtest/gtest.h>
+
 #include <fstream>
 
 #include <fmt/format.h>
@@ -53,6 +55,23 @@ std::filesystem::path make_theme_folder(const theme_folder_options& options)
     json += "\n}\n";
     write_file(folder / "theme.json", json);
     return folder;
+}
+
+void expect_same_theme(const vl1::hueloom_theme_v1& a, const vl1::hueloom_theme_v1& b)
+{
+    EXPECT_EQ(a.name, b.name);
+    EXPECT_EQ(a.uid, b.uid);
+    EXPECT_EQ(a.version, b.version);
+    EXPECT_EQ(a.background_data, b.background_data);
+    ASSERT_EQ(a.luts.size(), b.luts.size());
+    for (std::size_t i = 0; i < a.luts.size(); ++i) {
+        EXPECT_EQ(a.luts[i].rotation, b.luts[i].rotation);
+        EXPECT_TRUE(a.luts[i].lut->data == b.luts[i].lut->data) << "slot " << i;
+    }
+    ASSERT_EQ(a.post_processing_lut != nullptr, b.post_processing_lut != nullptr);
+    if (a.post_processing_lut) {
+        EXPECT_TRUE(a.post_processing_lut->data == b.post_processing_lut->data);
+    }
 }
 
 }  // namespace hueloom_test

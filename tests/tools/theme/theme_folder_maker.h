@@ -1,10 +1,13 @@
-// Small theme folders for the tests, written the way a theme author writes them.
+// Small theme folders for the tests, written the way a theme author writes them, and the
+// comparison of the themes made from them.
 #pragma once
 
 #include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
+
+#include "color/hueloom_theme_v1.h"
 
 namespace hueloom_test {
 
@@ -31,5 +34,8 @@ struct theme_folder_options {
 /// 200, red shifted by 0.1 and 0.2), "p.cube" (red shifted by 0.05) when post-processing is
 /// on, and "wheel.png" holding `background`.
 std::filesystem::path make_theme_folder(const theme_folder_options& options = {});
+
+/// Name, uid, versions, background, rotations, tables and post-processing of `a` and `b` agree.
+void expect_same_theme(const vl1::hueloom_theme_v1& a, const vl1::hueloom_theme_v1& b);
 
 }  // namespace hueloom_test

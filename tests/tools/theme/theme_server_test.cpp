@@ -15,7 +15,7 @@
 
 #include "tests/support/test_paths.h"
 #include "tests/support/theme_looks.h"
-#include "tests/tools/theme/run_process.h"
+#include "tests/tools/run_process.h"
 #include "themes/hueloom_theme_file_serializer_v1.h"
 #include "themes/hueloom_vault.h"
 #include "themes/web/theme_file_check.h"

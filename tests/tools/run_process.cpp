@@ -1,4 +1,4 @@
-#include "tests/tools/theme/run_process.h"
+#include "tests/tools/run_process.h"
 
 #include <fcntl.h>
 #include <spawn.h>
