@@ -64,7 +64,6 @@ public:
     int images_lent() const { return images_lent_; }
 
     /// Marks the handle as gone: suite calls with it answer kOfxStatErrBadHandle from now on.
-    void kill() { tag = handle_kind::dead; }
 
 private:
     struct image_lease {

@@ -1,10 +1,11 @@
-// Host objects that travel to a plug-in as opaque C handles. Each starts with a tag, so a handle
-// of the wrong kind (a parameter passed where a property set is wanted, an instance that was
-// destroyed) is recognised and answered with kOfxStatErrBadHandle instead of being used.
+// Host objects that travel to a plug-in as opaque C handles. Every live handle-bearing object
+// is registered with its kind, so a handle of the wrong kind (a parameter passed where a
+// property set is wanted), a destroyed one or a pointer the host never made is recognised and
+// answered with kOfxStatErrBadHandle instead of being used. The registry is consulted rather
+// than the memory behind the handle, which may have been freed.
 #pragma once
 
 #include <cstdint>
-#include <cstring>
 
 namespace ofxhost {
 
@@ -19,23 +20,25 @@ enum class handle_kind : std::uint32_t {
     mutex = 0x4d555458,         // "MUTX"
 };
 
-/// First base of every handle-bearing class, so the tag sits at offset 0 of the object.
+/// Base of every handle-bearing class; registers the object while it lives.
 struct handle_tag {
-    explicit handle_tag(handle_kind k) : tag(k) {}
+    explicit handle_tag(handle_kind k);
     handle_tag(const handle_tag&) = delete;
     handle_tag& operator=(const handle_tag&) = delete;
-    ~handle_tag() { tag = handle_kind::dead; }
+    ~handle_tag();
+    /// Makes the handle dead while the object lives on (an instance the plug-in destroyed).
+    void kill();
     handle_kind tag;
 };
 
-/// The object behind a C handle, or null when the handle is null or of another kind.
+/// The kind of the live object at `handle`; dead for null, destroyed or foreign pointers.
+handle_kind live_handle_kind(const void* handle);
+
+/// The object behind a C handle, or null when the handle is null, dead or of another kind.
 template <class T>
 T* from_handle(const void* handle)
 {
-    if (handle == nullptr) return nullptr;
-    handle_kind found;
-    std::memcpy(&found, handle, sizeof found);
-    if (found != T::kind) return nullptr;
+    if (live_handle_kind(handle) != T::kind) return nullptr;
     return static_cast<T*>(reinterpret_cast<handle_tag*>(const_cast<void*>(handle)));
 }
 

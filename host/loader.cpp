@@ -114,7 +114,9 @@ std::shared_ptr<library> library::open(const fs::path& bundle)
     if (!fs::is_directory(bundle, ec)) throw host_error("no bundle at " + bundle.string());
     const fs::path binary = bundle_binary(bundle);
     if (!fs::is_regular_file(binary, ec)) throw host_error("bundle " + bundle.string() + " has no binary " + binary.string());
-    void* handle = dlopen(binary.c_str(), RTLD_NOW | RTLD_LOCAL);
+    // Hosts keep plug-in code mapped until the process ends: a plug-in's process-wide objects
+    // (and the threads of the libraries it uses) may still refer to it after the last close.
+    void* handle = dlopen(binary.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     if (handle == nullptr) {
         const char* why = dlerror();
         throw host_error("cannot load " + binary.string() + ": " + (why ? why : "unknown error"));

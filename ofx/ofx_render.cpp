@@ -1,6 +1,8 @@
 // "OfxImageEffectActionRender": brings the component up to the host's values for the frame,
 // lets it prepare its table, and sends every pixel of the render window through it, rows in
 // parallel.
+#include <cstdint>
+
 #include "framework/image.h"
 #include "framework/log.h"
 #include "ofx/ofx_actions.h"
@@ -17,8 +19,9 @@ namespace {
 void render_pixels(icomponent_v1& component, const host_suites& s, const OfxRectI& window,
                    OfxPropertySetHandle source, OfxPropertySetHandle output)
 {
-    const int w = window.x2 - window.x1;
-    const int h = window.y2 - window.y1;
+    // In 64 bits: a host may send a window from INT_MIN to INT_MAX.
+    const int64_t w = int64_t(window.x2) - window.x1;
+    const int64_t h = int64_t(window.y2) - window.y1;
     if (w <= 0 || h < 1)
         throw NoImageEx{};
     const ofx_image_view src = read_image_view(*s.property, source);
@@ -26,7 +29,7 @@ void render_pixels(icomponent_v1& component, const host_suites& s, const OfxRect
 
     log_text("Notify event_render_setup");
     component.notify(event(event_render_setup));
-    log("OFX Render {0} {1} {2} ", w, h, (h << 16) + (w & 0x7fff) * 2 + 1);
+    log("OFX Render {0} {1} {2} ", w, h, static_cast<int32_t>((h << 16) + (w & 0x7fff) * 2 + 1));
     render_window_rows(component, window, src, dst, render_arena());
     log_text("Notify event_render");
     component.notify(event(event_render));

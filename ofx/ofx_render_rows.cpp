@@ -47,12 +47,17 @@ void render_row(icomponent_v1& component, irow_processor_v1* rows, const OfxRect
 void render_window_rows(icomponent_v1& component, const OfxRectI& window, const ofx_image_view& src,
                         const ofx_image_view& dst, tbb::task_arena& arena)
 {
-    const int h = window.y2 - window.y1;
+    // Only rows inside both images are ever written, so a window that reaches far beyond
+    // them (a host may send any four integers) costs nothing for the rows outside.
+    const int y_begin = std::max({window.y1, dst.bounds.y1, src.bounds.y1});
+    const int y_end = std::min({window.y2, dst.bounds.y2, src.bounds.y2});
+    if (y_begin >= y_end)
+        return;
     irow_processor_v1* const row_face = find_row_processor(component);
     arena.execute([&] {
-        tbb::parallel_for(tbb::blocked_range<int>(0, h, 1), [&](const tbb::blocked_range<int>& range) {
-            for (int i = range.begin(); i < range.end(); ++i)
-                render_row(component, row_face, window, window.y1 + i, src, dst);
+        tbb::parallel_for(tbb::blocked_range<int>(y_begin, y_end, 1), [&](const tbb::blocked_range<int>& range) {
+            for (int y = range.begin(); y < range.end(); ++y)
+                render_row(component, row_face, window, y, src, dst);
         });
     });
 }

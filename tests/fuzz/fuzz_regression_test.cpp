@@ -5,11 +5,18 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <ostream>
 #include <sstream>
+#include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "fuzz/fuzz_targets.h"
@@ -31,6 +38,9 @@ void property_violated(const char* target, const std::string& what)
 {
     throw property_violation{std::string(target) + ": " + what};
 }
+
+// Names the target in test output instead of dumping its bytes.
+void PrintTo(const fuzz_target& target, std::ostream* out) { *out << target.name; }
 
 namespace {
 
@@ -92,6 +102,70 @@ std::vector<kept_input> kept_inputs_of(const std::string& target)
     return inputs;
 }
 
+// A kept input that hangs would stall the whole test run; libFuzzer gives each input 10 s, so
+// one that takes a minute here ends the process with its name.
+class hang_guard {
+public:
+    hang_guard()
+        : watcher([this] { watch(); })
+    {
+    }
+    ~hang_guard()
+    {
+        {
+            std::lock_guard lock(mutex);
+            stopping = true;
+        }
+        changed.notify_all();
+        watcher.join();
+    }
+    hang_guard(const hang_guard&) = delete;
+    hang_guard& operator=(const hang_guard&) = delete;
+
+    void arm(const std::string& input)
+    {
+        std::lock_guard lock(mutex);
+        current = input;
+        deadline = std::chrono::steady_clock::now() + limit;
+        armed = true;
+        changed.notify_all();
+    }
+    void disarm()
+    {
+        std::lock_guard lock(mutex);
+        armed = false;
+    }
+
+private:
+    static constexpr std::chrono::seconds limit{60};
+
+    void watch()
+    {
+        std::unique_lock lock(mutex);
+        while (!stopping) {
+            if (!armed) {
+                changed.wait(lock);
+                continue;
+            }
+            if (changed.wait_until(lock, deadline) == std::cv_status::timeout && armed &&
+                std::chrono::steady_clock::now() >= deadline) {
+                std::fprintf(stderr, "fuzz regression input '%s' still runs after %lld s\n", current.c_str(),
+                             static_cast<long long>(limit.count()));
+                std::fflush(stderr);
+                std::_Exit(3);
+            }
+        }
+    }
+
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::string current;
+    std::chrono::steady_clock::time_point deadline;
+    bool armed = false;
+    bool stopping = false;
+    std::thread watcher;  // last: starts once the members it reads exist
+};
+
 class fuzz_regression : public testing::TestWithParam<fuzz_target> {};
 
 TEST_P(fuzz_regression, every_kept_input_keeps_the_properties)
@@ -99,8 +173,10 @@ TEST_P(fuzz_regression, every_kept_input_keeps_the_properties)
     const fuzz_target target = GetParam();
     const std::vector<kept_input> inputs = kept_inputs_of(target.name);
     ASSERT_FALSE(inputs.empty()) << "no seed for fuzz target " << target.name;
+    hang_guard guard;
     for (const kept_input& input : inputs) {
         SCOPED_TRACE(input.name);
+        guard.arm(input.name);
         try {
             EXPECT_EQ(target.body(input.bytes.data(), input.bytes.size()), 0);
         } catch (const property_violation& violation) {
@@ -108,6 +184,7 @@ TEST_P(fuzz_regression, every_kept_input_keeps_the_properties)
         } catch (const std::exception& e) {
             ADD_FAILURE() << "exception escaped the body: " << e.what();
         }
+        guard.disarm();
     }
 }
 

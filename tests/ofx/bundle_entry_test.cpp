@@ -36,7 +36,7 @@ TEST(bundle_symbols, NoCxxRuntimeIsNeededFromTheHost)
 
 TEST(bundle_symbols, GetPluginAnswersOnlyIndexZeroAndKeepsItsIdentifier)
 {
-    void* lib = dlopen(bundle_binary().c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* lib = dlopen(bundle_binary().c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     ASSERT_NE(lib, nullptr) << dlerror();
     using get_plugin_fn = OfxPlugin* (*)(int);
     auto get_plugin = reinterpret_cast<get_plugin_fn>(dlsym(lib, "OfxGetPlugin"));
