@@ -20,7 +20,7 @@ case "$kind" in
     export TSAN_OPTIONS=${TSAN_OPTIONS:-halt_on_error=1:second_deadlock_stack=1}
     # The threaded parts: the theme collection, the web client, the render rows, and the
     # host's thread suite.
-    filter=(-R "Collection|WebClient|web_client|Download|bundle_instance|bundle_hostile|thread_suite|render")
+    filter=(-R "ThemeCollection|WebClient|Vault|RenderRows|HueloomRows|bundle_instance|bundle_render|bundle_session|thread_suite|theme_server")
     ;;
   *)
     echo "usage: scripts/sanitize.sh address|thread [ctest arguments]" >&2

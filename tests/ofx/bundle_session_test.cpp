@@ -7,6 +7,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <fstream>
 
 namespace {
@@ -44,19 +45,25 @@ protected:
 
 TEST_F(bundle_session, MemorySettlesOverManyInstanceLifetimes)
 {
-    for (int round = 0; round < 15; ++round)
-        one_round(round);
-    const double settled = resident_mib();
-    for (int round = 15; round < 90; ++round)
-        one_round(round);
-    const double after = resident_mib();
+    // The allocator keeps some of what is freed for a while, so resident memory swings from
+    // round to round; what must not happen is that its highs keep rising.
+    const auto highest_over = [this](int first, int last) {
+        double high = 0.0;
+        for (int round = first; round < last; ++round) {
+            one_round(round);
+            high = std::max(high, resident_mib());
+        }
+        return high;
+    };
+    const double settled = highest_over(0, 40);
+    const double after = highest_over(40, 130);
 #if defined(__SANITIZE_ADDRESS__)
     // The sanitizer keeps freed memory in quarantine; its leak check at exit is the proof here.
     (void)settled;
     (void)after;
 #else
     // Each round handles some 30 MiB of state text and tables; a leak of any of it would show.
-    EXPECT_LT(after - settled, 24.0) << "from " << settled << " MiB to " << after << " MiB";
+    EXPECT_LT(after - settled, 8.0) << "from " << settled << " MiB to " << after << " MiB";
 #endif
 }
 
