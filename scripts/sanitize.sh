@@ -17,7 +17,7 @@ case "$kind" in
     ;;
   thread)
     build_dir=build-tsan
-    export TSAN_OPTIONS=${TSAN_OPTIONS:-halt_on_error=1:second_deadlock_stack=1}
+    export TSAN_OPTIONS=${TSAN_OPTIONS:-halt_on_error=1:second_deadlock_stack=1:suppressions=$PWD/scripts/tsan.supp}
     # The threaded parts: the theme collection, the web client, the render rows, and the
     # host's thread suite.
     filter=(-R "ThemeCollection|WebClient|Vault|RenderRows|HueloomRows|bundle_instance|bundle_render|bundle_session|thread_suite|theme_server")
