@@ -196,7 +196,7 @@ protected:
         auto in = OIIO::ImageInput::open(path);
         if (!in)
             return p;
-        const OIIO::ImageSpec& header = in->spec();
+        const OIIO::ImageSpec header = in->spec_dimensions(0, 0);  // size and channels are all this needs
         if (header.width != header.height || header.nchannels != 4)
             return p;
         p.size = header.width;
