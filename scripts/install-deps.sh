@@ -7,6 +7,7 @@ packages=(
   build-essential cmake pkg-config git
   libcurl4-openssl-dev rapidjson-dev libfmt-dev libsodium-dev libtbb-dev
   libfltk1.3-dev libcairo2-dev
+  fonts-dejavu-core
   libopenimageio-dev openimageio-tools
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   libcpp-httplib-dev
