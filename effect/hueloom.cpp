@@ -2,6 +2,8 @@
 
 #include "color/lut_row_kernels.h"
 #include "color/lut_sampling.h"
+#include "framework/image.h"
+#include "framework/iview.h"
 #include "framework/log.h"
 #include "themes/hueloom_vault.h"
 #include "themes/web/theme_file_check.h"
@@ -35,6 +37,14 @@ bool hueloom::query_interface(const std::string& id, iobject** out)
         return true;
     }
     return ccomponent_v1::query_interface(id, out);
+}
+
+std::shared_ptr<iview_v1> hueloom::create_view()
+{
+    if (!make_view)
+        return nullptr;
+    view = make_view(weak_from_this());
+    return view;
 }
 
 void hueloom::init_component()
@@ -72,6 +82,11 @@ void hueloom::notify(event e)
         fill_identity(result_lut);
         if (!bypass_param->get_value())
             calculateResultLut();
+        break;
+    case event_render:
+        // A preview pass's picture; a render action's event carries none.
+        if (auto picture = e.result.lock(); picture && view && view->is_open())
+            view->set_preview_image(*picture);
         break;
     default:
         break;

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -31,7 +32,13 @@ class hueloom : public ccomponent_v1, public lut_exporter, public irow_processor
 public:
     static constexpr uid ifc_id{"hueloom"};
 
-    hueloom() = default;
+    /// Makes the editor of an instance; empty in builds and tests without a window system.
+    using view_maker = std::function<std::shared_ptr<iview_v1>(std::weak_ptr<icomponent_v1>)>;
+
+    explicit hueloom(view_maker make_view = {}) : make_view(std::move(make_view)) {}
+
+    /// The editor, kept as the component's view; null without a view maker.
+    std::shared_ptr<iview_v1> create_view() override;
 
     bool query_interface(const std::string& id, iobject** out) override;
     void init_component() override;
@@ -98,6 +105,7 @@ private:
 
     std::string web_url_base;
     std::set<uint32_t> wanted_theme_uids;
+    view_maker make_view;
 };
 
 }  // namespace vl1

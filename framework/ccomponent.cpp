@@ -1,7 +1,9 @@
 #include "framework/ccomponent.h"
 
+#include <filesystem>
 #include <utility>
 
+#include "framework/cutils_linux.h"
 #include "framework/iutils.h"
 
 namespace vl1 {
@@ -112,7 +114,15 @@ void ccomponent_v1::process_pixel(int /*x*/, int /*y*/, const argb_float& /*in*/
 
 void ccomponent_v1::open_manual()
 {
-    iutils::get_instance().open_url(manual_url);
+    // The manual ships in the bundle's resources, in the host's language; the web page is the
+    // fallback for a build without resources.
+    const bool german = host && host->get_language() == language_id::de;
+    const auto* utils = dynamic_cast<const cutils_linux*>(&iutils::get_instance());
+    const std::string page = utils != nullptr && !utils->resource_dir().empty()
+                                 ? utils->resource_dir() + (german ? "/manual_de.html" : "/manual_en.html")
+                                 : std::string();
+    std::error_code ignored;
+    iutils::get_instance().open_url(!page.empty() && std::filesystem::exists(page, ignored) ? page : manual_url);
 }
 
 void ccomponent_v1::idle()

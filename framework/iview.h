@@ -8,8 +8,9 @@
 
 namespace vl1 {
 
+class image;
 class iparameter_v1;
-class window;  // the editor's top-level window, defined by the editor
+class window;
 
 class iview_v1 : public iobject {
 public:
@@ -22,6 +23,8 @@ public:
     virtual bool idle() = 0;
     /// Moves the control bound to `param` to its value; called by the parameter on a change.
     virtual void set_control_from_parameter(std::shared_ptr<iparameter_v1> param, bool from_host) = 0;
+    /// A finished preview picture; the view keeps its own copy. Called on the view's thread.
+    virtual void set_preview_image(image& picture) = 0;
 };
 
 }  // namespace vl1

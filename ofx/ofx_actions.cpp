@@ -1,6 +1,7 @@
 #include "ofx/ofx_actions.h"
 
 #include <cstring>
+#include <limits>
 
 #include "framework/component_factory.h"
 #include "framework/log.h"
@@ -30,6 +31,20 @@ template <typename Suite>
 const Suite* fetch(OfxHost* host, const char* name)
 {
     return static_cast<const Suite*>(host->fetchSuite(host->host, name, 1));
+}
+
+/// Counts the hidden request parameter up, so that the host renders the current frame and
+/// the editor opens inside that render.
+void request_render(const host_suites& s, OfxImageEffectHandle effect)
+{
+    OfxParamSetHandle param_set = nullptr;
+    OfxParamHandle handle = nullptr;
+    if (s.effect->getParamSet(effect, &param_set) != kOfxStatOK ||
+        s.parameter->paramGetHandle(param_set, editor_request_param_name, &handle, nullptr) != kOfxStatOK)
+        return;
+    int count = 0;
+    s.parameter->paramGetValue(handle, &count);
+    s.parameter->paramSetValue(handle, count == std::numeric_limits<int>::max() ? 0 : count + 1);
 }
 
 }  // namespace
@@ -111,22 +126,39 @@ OfxStatus action_create_instance(OfxImageEffectHandle effect)
 
 OfxStatus action_instance_changed(OfxImageEffectHandle effect, OfxPropertySetHandle in_args)
 {
-    const host_suites& s = ofx_plugin_state::get().suites;
+    auto& state = ofx_plugin_state::get();
+    const host_suites& s = state.suites;
     OfxPropertySetHandle props = nullptr;
     void* record = nullptr;
     s.effect->getPropertySet(effect, &props);
     s.property->propGetPointer(props, kOfxPropInstanceData, 0, &record);
+    // The record is only trusted once the table knows its token.
+    const instance_entry entry = state.find_instance(state.find_instance_by_record(record));
 
     char* name = nullptr;
     const OfxStatus status = s.property->propGetString(in_args, kOfxPropName, 0, &name);
-    if (name != nullptr && std::strcmp(name, open_gui_param_name) == 0) {
+    if (entry.record && entry.component)
+        WritePendingToHost(s, effect, entry.component);
+    if (name != nullptr && std::strcmp(name, open_gui_param_name) == 0 && entry.record) {
         log("Open GUI requested!");
-        // The record is only trusted once the table knows its token.
-        const uint64_t token = ofx_plugin_state::get().find_instance_by_record(record);
-        if (auto entry = ofx_plugin_state::get().find_instance(token); entry.record)
-            entry.record->open_gui = true;
+        entry.record->open_gui = true;
+        request_render(s, effect);
     }
     return status;
+}
+
+OfxStatus action_write_pending(OfxImageEffectHandle effect)
+{
+    auto& state = ofx_plugin_state::get();
+    OfxPropertySetHandle props = nullptr;
+    void* record = nullptr;
+    if (state.suites.effect->getPropertySet(effect, &props) != kOfxStatOK || props == nullptr)
+        return kOfxStatReplyDefault;
+    state.suites.property->propGetPointer(props, kOfxPropInstanceData, 0, &record);
+    const instance_entry entry = state.find_instance(state.find_instance_by_record(record));
+    if (entry.record && entry.component)
+        WritePendingToHost(state.suites, effect, entry.component);
+    return kOfxStatReplyDefault;
 }
 
 OfxStatus action_destroy_instance(OfxImageEffectHandle effect)

@@ -11,6 +11,9 @@ OfxStatus action_describe_in_context(OfxImageEffectHandle effect);
 OfxStatus action_create_instance(OfxImageEffectHandle effect);
 OfxStatus action_instance_changed(OfxImageEffectHandle effect, OfxPropertySetHandle in_args);
 OfxStatus action_destroy_instance(OfxImageEffectHandle effect);
+/// Sync private data and the begin/end brackets of instance changes: moments a host allows
+/// parameter writes, used to write what it refused during a render. Answers "reply default".
+OfxStatus action_write_pending(OfxImageEffectHandle effect);
 OfxStatus action_render(OfxImageEffectHandle effect, OfxPropertySetHandle in_args);
 
 }  // namespace vl1

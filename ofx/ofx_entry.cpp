@@ -30,6 +30,10 @@ OfxStatus dispatch(const char* action, const void* handle, OfxPropertySetHandle 
          [](OfxImageEffectHandle e, OfxPropertySetHandle) { return action_describe_in_context(e); }},
         {kOfxImageEffectActionRender, action_render},
         {kOfxActionInstanceChanged, action_instance_changed},
+        {kOfxActionSyncPrivateData, [](OfxImageEffectHandle e, OfxPropertySetHandle) { return action_write_pending(e); }},
+        {kOfxActionBeginInstanceChanged,
+         [](OfxImageEffectHandle e, OfxPropertySetHandle) { return action_write_pending(e); }},
+        {kOfxActionEndInstanceChanged, [](OfxImageEffectHandle e, OfxPropertySetHandle) { return action_write_pending(e); }},
         {kOfxActionDestroyInstance, [](OfxImageEffectHandle e, OfxPropertySetHandle) { return action_destroy_instance(e); }},
     };
     for (const auto& entry : table) {

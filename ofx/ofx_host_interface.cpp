@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "framework/iparameter.h"
+#include "framework/window.h"
 
 namespace vl1 {
 
@@ -40,7 +41,11 @@ language_id ofx_host_interface::get_language()
     return language_id::en;
 }
 
-bool ofx_host_interface::get_host_window(void** /*out*/) { return false; }
+bool ofx_host_interface::get_host_window(void** out)
+{
+    window_factory* factory = window_factory::get_instance("vl_icon");
+    return factory != nullptr && factory->get_host_window(out);
+}
 
 int ofx_host_interface::find_parameter_index(uid param) const
 {
@@ -97,6 +102,18 @@ int32_t ofx_host_interface::pop_dirty_param()
     const int32_t index = *dirty_params.begin();
     dirty_params.erase(dirty_params.begin());
     return index;
+}
+
+void ofx_host_interface::requeue_dirty_param(int32_t index)
+{
+    std::lock_guard lock(mutex);
+    dirty_params.insert(index);
+}
+
+bool ofx_host_interface::is_dirty_param(int32_t index)
+{
+    std::lock_guard lock(mutex);
+    return dirty_params.count(index) != 0;
 }
 
 }  // namespace vl1

@@ -132,8 +132,8 @@ void set_from_host(iparameter_v1& param, const param_value& v)
     }
 }
 
-void write_host_value(const host_suites& suites, OfxParamHandle handle, bool keyed, double time,
-                      const param_value& v)
+OfxStatus write_host_value(const host_suites& suites, OfxParamHandle handle, bool keyed, double time,
+                           const param_value& v)
 {
     auto set = [&](auto... values) {
         return keyed ? suites.parameter->paramSetValueAtTime(handle, time, values...)
@@ -141,22 +141,18 @@ void write_host_value(const host_suites& suites, OfxParamHandle handle, bool key
     };
     switch (v.type) {
     case param_type::continuous:
-        set(static_cast<double>(v.value.f));
-        break;
+        return set(static_cast<double>(v.value.f));
     case param_type::integral:
-        set(static_cast<int>(v.value.i));
-        break;
+        return set(static_cast<int>(v.value.i));
     case param_type::boolean:
-        set(static_cast<int>(v.value.b != 0 ? 1 : 0));
-        break;
+        return set(static_cast<int>(v.value.b != 0 ? 1 : 0));
     case param_type::color: {
         const param_argb& c = v.value.argb;
-        set(static_cast<double>(c.r), static_cast<double>(c.g), static_cast<double>(c.b),
-            static_cast<double>(c.a));
-        break;
+        return set(static_cast<double>(c.r), static_cast<double>(c.g), static_cast<double>(c.b),
+                   static_cast<double>(c.a));
     }
     default:
-        break;
+        return kOfxStatOK;
     }
 }
 
@@ -181,6 +177,14 @@ void DefineParameters(const host_suites& suites, OfxImageEffectHandle effect,
         suites.property->propSetInt(p, kOfxParamPropPersistant, 0, 1);
     }
 
+    p = nullptr;
+    suites.parameter->paramDefine(param_set, kOfxParamTypeInteger, editor_request_param_name, &p);
+    if (p != nullptr) {
+        suites.property->propSetInt(p, kOfxParamPropSecret, 0, 1);
+        suites.property->propSetInt(p, kOfxParamPropAnimates, 0, 0);
+        suites.property->propSetInt(p, kOfxParamPropEvaluateOnChange, 0, 1);
+    }
+
     for (int i = 0; i < count; ++i) {
         if (auto param = component->get_parameter(i))
             define_component_parameter(suites, param_set, *param);
@@ -193,10 +197,12 @@ void SetAllParamsToComponent(const host_suites& suites, double time, OfxImageEff
     OfxParamSetHandle param_set = nullptr;
     if (suites.effect->getParamSet(effect, &param_set) != kOfxStatOK)
         return;
+    auto host = std::dynamic_pointer_cast<ofx_host_interface>(component->get_host());
     const int count = component->get_parameter_count();
     for (int i = 0; i < count; ++i) {
         auto param = component->get_parameter(i);
-        if (!param)
+        // A value the host refused to take is newer than the one it would give back.
+        if (!param || (host && host->is_dirty_param(i)))
             continue;
         OfxParamHandle handle = nullptr;
         if (suites.parameter->paramGetHandle(param_set, param->get_name().c_str(), &handle, nullptr) != kOfxStatOK)
@@ -208,15 +214,16 @@ void SetAllParamsToComponent(const host_suites& suites, double time, OfxImageEff
     PushDirtyParamsToHost(suites, no_particular_time(), effect, component);
 }
 
-void PushDirtyParamsToHost(const host_suites& suites, double time, OfxImageEffectHandle effect,
+bool PushDirtyParamsToHost(const host_suites& suites, double time, OfxImageEffectHandle effect,
                            const std::shared_ptr<icomponent_v1>& component)
 {
     OfxParamSetHandle param_set = nullptr;
     if (suites.effect->getParamSet(effect, &param_set) != kOfxStatOK)
-        return;
+        return false;
     auto host = std::dynamic_pointer_cast<ofx_host_interface>(component->get_host());
     if (!host)
-        return;
+        return true;
+    std::vector<int32_t> refused;
     for (int index = host->pop_dirty_param(); index != -1; index = host->pop_dirty_param()) {
         auto param = component->get_parameter(index);
         if (!param)
@@ -229,8 +236,15 @@ void PushDirtyParamsToHost(const host_suites& suites, double time, OfxImageEffec
         const bool keyed = keys != 0 && !std::isnan(time);
         if (keyed)
             log("Setting keypoint, because parameter has keypoints activated!");
-        write_host_value(suites, handle, keyed, time, param->get_param_value());
+        if (write_host_value(suites, handle, keyed, time, param->get_param_value()) != kOfxStatOK)
+            refused.push_back(index);
     }
+    // Hosts may refuse writes during a render; the values wait for an action that may write.
+    for (int32_t index : refused)
+        host->requeue_dirty_param(index);
+    if (!refused.empty())
+        log("The host refused {0} parameter value(s); they are written at its next action.", refused.size());
+    return refused.empty();
 }
 
 }  // namespace vl1

@@ -25,8 +25,10 @@ void SetAllParamsToComponent(const host_suites& suites, double time, OfxImageEff
                              const std::shared_ptr<icomponent_v1>& component);
 
 /// Writes the parameters the component changed itself to the host: as a key at `time` if the
-/// parameter is animated and `time` is a number, else as its constant value.
-void PushDirtyParamsToHost(const host_suites& suites, double time, OfxImageEffectHandle effect,
+/// parameter is animated and `time` is a number, else as its constant value. Values the host
+/// refuses stay queued, and SetAllParamsToComponent leaves them alone until they are written.
+/// False if anything is still waiting.
+bool PushDirtyParamsToHost(const host_suites& suites, double time, OfxImageEffectHandle effect,
                            const std::shared_ptr<icomponent_v1>& component);
 
 }  // namespace vl1

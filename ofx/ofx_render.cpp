@@ -6,6 +6,7 @@
 #include "framework/image.h"
 #include "framework/log.h"
 #include "ofx/ofx_actions.h"
+#include "ofx/ofx_gui_loop.h"
 #include "ofx/ofx_image_view.h"
 #include "ofx/ofx_param_bridge.h"
 #include "ofx/ofx_plugin_state.h"
@@ -44,17 +45,16 @@ void open_editor_if_asked(ofx_instance_data& record, const std::shared_ptr<icomp
 {
     if (!record.open_gui.exchange(false))
         return;
-    if (component->get_host()) {
+    if (auto host = component->get_host()) {
         const ofx_image_view src = read_image_view(*s.property, source);
         if (src.depth == 0)
             log_text("Unsupported source image type!");
         else
-            log_text("This build of Hueloom has no editor window; the parameters stay as they are.");
+            RunGUILoop(src, component, host);
     }
     PushDirtyParamsToHost(s, time, effect, component);
     SaveStateToHost(s, effect, component);
 }
-
 }  // namespace
 
 OfxStatus action_render(OfxImageEffectHandle effect, OfxPropertySetHandle in_args)

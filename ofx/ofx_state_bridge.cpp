@@ -6,6 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "framework/log.h"
+#include "ofx/ofx_host_interface.h"
+#include "ofx/ofx_param_bridge.h"
 #include "ofx/ofx_param_names.h"
 
 namespace vl1 {
@@ -51,16 +54,32 @@ void LoadStateFromHost(const host_suites& suites, OfxImageEffectHandle effect,
         component->set_state(blob, true);
 }
 
-void SaveStateToHost(const host_suites& suites, OfxImageEffectHandle effect,
+bool SaveStateToHost(const host_suites& suites, OfxImageEffectHandle effect,
                      const std::shared_ptr<icomponent_v1>& component)
 {
+    auto host = std::dynamic_pointer_cast<ofx_host_interface>(component->get_host());
     OfxParamSetHandle param_set = nullptr;
     OfxParamHandle handle = nullptr;
-    if (suites.effect->getParamSet(effect, &param_set) != kOfxStatOK ||
-        suites.parameter->paramGetHandle(param_set, state_param_name, &handle, nullptr) != kOfxStatOK)
-        return;
-    const std::string text = encode_state_text(component->get_state());
-    suites.parameter->paramSetValue(handle, text.c_str());
+    bool written = suites.effect->getParamSet(effect, &param_set) == kOfxStatOK &&
+                   suites.parameter->paramGetHandle(param_set, state_param_name, &handle, nullptr) == kOfxStatOK;
+    if (written) {
+        const std::string text = encode_state_text(component->get_state());
+        written = suites.parameter->paramSetValue(handle, text.c_str()) == kOfxStatOK;
+    }
+    if (!written)
+        log_text("The host refused the state; it is written at its next action.");
+    if (host)
+        host->set_state_pending(!written);
+    return written;
+}
+
+void WritePendingToHost(const host_suites& suites, OfxImageEffectHandle effect,
+                        const std::shared_ptr<icomponent_v1>& component)
+{
+    PushDirtyParamsToHost(suites, no_particular_time(), effect, component);
+    auto host = std::dynamic_pointer_cast<ofx_host_interface>(component->get_host());
+    if (host && host->is_state_pending())
+        SaveStateToHost(suites, effect, component);
 }
 
 }  // namespace vl1

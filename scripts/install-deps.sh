@@ -6,13 +6,13 @@ set -euo pipefail
 packages=(
   build-essential cmake pkg-config git
   libcurl4-openssl-dev rapidjson-dev libfmt-dev libsodium-dev libtbb-dev
-  libfltk1.3-dev libcairo2-dev
+  libfltk1.3-dev libxcursor-dev libxinerama-dev libcairo2-dev liblcms2-dev
   fonts-dejavu-core
   libopenimageio-dev openimageio-tools
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   libcpp-httplib-dev
   libopencolorio-dev opencolorio-tools
-  xvfb xauth xdotool
+  xvfb xauth xdotool openbox imagemagick
   clang libclang-rt-14-dev valgrind
   locales
 )

@@ -99,16 +99,19 @@ TEST_F(bundle_entry, DescribeDeclaresOneFilterContextInFloatRgba)
     EXPECT_EQ(p.descriptor()->properties().get_int(kOfxImageEffectPropSupportsMultipleClipDepths), 0);
 }
 
-TEST_F(bundle_entry, TheTwoFixedParametersComeFirst)
+TEST_F(bundle_entry, TheAdaptersParametersComeFirst)
 {
     ofxhost::plugin p = ready_plugin();
     const auto params = p.info().per_context.at(0).params;
-    ASSERT_GE(params.size(), 2u);
+    ASSERT_GE(params.size(), 3u);
     EXPECT_EQ(params[0].name, "Open GUI");
     EXPECT_EQ(params[0].type, "PushButton");
     EXPECT_EQ(params[1].name, "binaryStateParam");
     EXPECT_EQ(params[1].type, "Custom");
     EXPECT_TRUE(params[1].secret);
+    EXPECT_EQ(params[2].name, "editorRequest");
+    EXPECT_EQ(params[2].type, "Integer");
+    EXPECT_TRUE(params[2].secret);
 }
 
 TEST_F(bundle_entry, TheEffectsParametersFollowInTheirOrderWithRanges)
@@ -131,9 +134,9 @@ TEST_F(bundle_entry, TheEffectsParametersFollowInTheirOrderWithRanges)
         {"Chroma", "Double", false, "100", "0", "200"},
         {"Luminance", "Double", false, "100", "0", "200"},
     };
-    ASSERT_EQ(params.size(), 2u + std::size(table));
+    ASSERT_EQ(params.size(), 3u + std::size(table));
     for (std::size_t i = 0; i < std::size(table); ++i) {
-        const auto& actual = params[i + 2];
+        const auto& actual = params[i + 3];
         SCOPED_TRACE(table[i].name);
         EXPECT_EQ(actual.name, table[i].name);
         EXPECT_EQ(actual.type, table[i].type);

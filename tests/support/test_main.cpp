@@ -17,6 +17,9 @@ int main(int argc, char** argv)
         return 2;
     }
     setenv("HOME", home, 1);
+    // "Open GUI" in a test renders without an editor unless the test starts an X server of
+    // its own; none may open windows on the developer's desktop.
+    unsetenv("DISPLAY");
 
     const int result = RUN_ALL_TESTS();
 

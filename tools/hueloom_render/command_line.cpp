@@ -49,6 +49,16 @@ const char* const render_usage =
     "4 plug-in not loadable, 5 output not writable, 130 interrupted.\n"
     "Outputs are written under a temporary name and renamed when complete.\n";
 
+const char* const look_usage =
+    "usage: hueloom-look -i IMAGE [-o OUT] [--set NAME=VALUE]... [--theme ...] [--preset ...]\n"
+    "                    [--state-in F] [--state-out F] [--export-lut F] [options]\n"
+    "\n"
+    "Opens the Hueloom editor on a picture, without an OFX host: the plug-in is loaded as a host\n"
+    "loads it, the options set the starting look, and \"Open GUI\" is pressed with the picture as\n"
+    "the frame at hand. When the editor closes, the look it left is what -o (the graded picture),\n"
+    "--state-out and --export-lut write. The options mean what they mean in hueloom-render\n"
+    "(see hueloom-render --help). Needs an X display (DISPLAY).\n";
+
 namespace {
 
 enum class arg_kind { text, list, number, flag };
@@ -124,6 +134,7 @@ std::string check_consistency(const render_options& o)
         return fmt::format("--depth wants 8, 16, half or float, not \"{}\"", o.depth);
     }
     if (o.list_params) return {};
+    if (o.open_editor) return o.input.empty() ? "the editor needs a picture: -i FILE" : std::string();
     if (o.input.empty() != o.output.empty())
         return o.input.empty() ? "-o needs an input: -i FILE" : "-i needs an output: -o FILE";
     if (o.input.empty() && o.export_lut.empty())

@@ -28,6 +28,7 @@ struct render_options {
     bool verbose = false;
     bool list_params = false;           // --list-params: print the parameters and stop
     bool help = false;
+    bool open_editor = false;           // hueloom-look: the editor opens on the input first
 };
 
 struct parsed_command {
@@ -38,7 +39,8 @@ struct parsed_command {
 /// Reads the arguments behind the program name. Accepts "--opt value" and "--opt=value".
 parsed_command parse_command_line(const std::vector<std::string>& args);
 
-/// The --help text.
+/// The --help texts of hueloom-render and hueloom-look.
 extern const char* const render_usage;
+extern const char* const look_usage;
 
 }  // namespace hueloom_render

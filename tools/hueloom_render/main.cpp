@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -17,6 +18,9 @@ void on_signal(int) { hueloom_render::request_stop(); }
 
 int main(int argc, char** argv)
 {
+    // A batch render never opens the plug-in's editor: pressing "Open GUI" to save the state
+    // then renders at once, as in a host without a display.
+    unsetenv("DISPLAY");
     std::signal(SIGINT, on_signal);
     std::signal(SIGTERM, on_signal);
     const std::vector<std::string> args(argv + 1, argv + argc);

@@ -165,7 +165,14 @@ void plugin_session::render(rgba_image& img, double time, bool unassociated)
     from_host(*output, img);
 }
 
-std::string plugin_session::capture_state(double time)
+void plugin_session::open_editor(rgba_image& img, double time)
+{
+    instance_->set_time(time);
+    instance_->press_button(editor_button_name);
+    render(img, time);
+}
+
+std::string plugin_session::capture_state(double time, bool press_editor)
 {
     ofxhost::param* state = instance_->fx().params().find(state_param_name);
     if (state == nullptr) {
@@ -173,7 +180,7 @@ std::string plugin_session::capture_state(double time)
                                                          identifier(), state_param_name));
     }
     ofxhost::param* button = instance_->fx().params().find(editor_button_name);
-    if (button != nullptr && std::strcmp(button->type(), kOfxParamTypePushButton) == 0) {
+    if (press_editor && button != nullptr && std::strcmp(button->type(), kOfxParamTypePushButton) == 0) {
         instance_->set_time(time);
         instance_->press_button(editor_button_name);
         rgba_image pixel(1, 1);

@@ -18,6 +18,8 @@ namespace hueloom_render {
 inline constexpr const char* state_param_name = "binaryStateParam";
 /// The button that asks the plug-in for its editor; closing the editor saves the state.
 inline constexpr const char* editor_button_name = "Open GUI";
+/// The hidden counter the button raises so that a host renders and the editor opens.
+inline constexpr const char* editor_request_name = "editorRequest";
 
 /// Folders searched for the plug-in: `plugin_path` (':'-separated) when it isn't empty,
 /// otherwise OFX_PLUGIN_PATH, then `build_folder` (the build's own OFX/Plugins, when given),
@@ -62,7 +64,12 @@ public:
     /// editor closes, so the button is pressed and a one-pixel frame rendered at `time` first,
     /// which a host does in the same order. Throws render_error (usage) when the plug-in keeps
     /// no state, (frame_failed) when that render fails.
-    std::string capture_state(double time);
+    /// With `press_editor` the plug-in is asked to save through "Open GUI" and a render
+    /// first; without, the parameter's text as it stands (after the editor closed).
+    std::string capture_state(double time, bool press_editor = true);
+    /// Presses "Open GUI" and renders `img` at `time`: the plug-in's editor opens on the
+    /// picture, and the render returns when the user closes it.
+    void open_editor(rgba_image& img, double time);
 
 private:
     ofxhost::host host_;

@@ -174,7 +174,7 @@ int run(const command_context& c)
     const render_options& o = c.options;
     const auto process_limits = apply_process_settings(o);
     std::vector<frame_job> jobs;
-    if (!o.input.empty()) jobs = plan_frames(o.input, o.output, o.frames);
+    if (!o.input.empty() && !o.output.empty()) jobs = plan_frames(o.input, o.output, o.frames);
     const int look_frame = jobs.empty() ? first_frame(o.frames) : jobs.front().frame;
     const state_file state = o.state_in.empty() ? state_file{} : read_state_file(o.state_in);
     check_outputs(o, jobs);
@@ -189,13 +189,17 @@ int run(const command_context& c)
     const start_look look = starting_look(c, session, state);
     ofxhost::instance& inst = session.start(look.state_text);
     apply_look(c, inst, state, look);
+    if (o.open_editor) {
+        image_file picture = read_image_file(jobs.empty() ? o.input : jobs.front().input);
+        session.open_editor(picture.pixels, look_frame);
+    }
     if (!jobs.empty()) render_all(c, session, jobs);
     if (!o.export_lut.empty()) {
         export_lut(session, look_frame, o.export_lut);
         if (!o.quiet) fmt::print(c.err, "hueloom-render: LUT written to {}\n", o.export_lut);
     }
     if (!o.state_out.empty()) {
-        state_file saved{session.capture_state(jobs.empty() ? look_frame : jobs.back().frame), {}};
+        state_file saved{session.capture_state(jobs.empty() ? look_frame : jobs.back().frame, !o.open_editor), {}};
         for (const auto& p : inst.fx().params().params()) {
             if (std::string s = format_setting(*p); !s.empty()) saved.settings.push_back(s);
         }
@@ -210,27 +214,31 @@ int run(const command_context& c)
 void request_stop() noexcept { stop_flag = 1; }
 
 int run_render_command(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
-                       bool err_is_terminal, const fs::path& build_plugin_folder)
+                       bool err_is_terminal, const fs::path& build_plugin_folder, bool open_editor)
 {
+    const char* program = open_editor ? "hueloom-look" : "hueloom-render";
     try {
-        const parsed_command parsed = parse_command_line(args);
+        parsed_command parsed = parse_command_line(args);
+        parsed.options.open_editor = open_editor;
+        if (parsed.error.empty() && !parsed.options.help && open_editor && parsed.options.input.empty())
+            parsed.error = "the editor needs a picture: -i FILE";
         if (!parsed.error.empty()) {
-            fmt::print(err, "hueloom-render: {}\nTry 'hueloom-render --help'.\n", parsed.error);
+            fmt::print(err, "{0}: {1}\nTry '{0} --help'.\n", program, parsed.error);
             return static_cast<int>(exit_code::usage);
         }
         if (parsed.options.help) {
-            fmt::print(out, "{}", render_usage);
+            fmt::print(out, "{}", open_editor ? look_usage : render_usage);
             return 0;
         }
         return run({parsed.options, out, err, err_is_terminal, build_plugin_folder});
     } catch (const render_error& e) {
-        fmt::print(err, "hueloom-render: {}\n", e.what());
+        fmt::print(err, "{}: {}\n", program, e.what());
         return static_cast<int>(e.code());
     } catch (const std::exception& e) {
-        fmt::print(err, "hueloom-render: {}\n", e.what());
+        fmt::print(err, "{}: {}\n", program, e.what());
         return static_cast<int>(exit_code::frame_failed);
     } catch (...) {
-        fmt::print(err, "hueloom-render: unexpected failure\n");
+        fmt::print(err, "{}: unexpected failure\n", program);
         return static_cast<int>(exit_code::frame_failed);
     }
 }

@@ -31,7 +31,7 @@ std::size_t component_parameter_count(const std::vector<std::string>& param_name
 {
     std::size_t n = 0;
     for (const auto& name : param_names)
-        n += name != editor_button_name && name != state_param_name ? 1 : 0;
+        n += name != editor_button_name && name != editor_request_name && name != state_param_name ? 1 : 0;
     return n;
 }
 

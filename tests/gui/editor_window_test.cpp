@@ -1,0 +1,114 @@
+// The editor as a person meets it: hueloom-look opens it on a picture in a real X server
+// with a window manager; the person looks at it and closes it by the title bar.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "tests/gui/x_session.h"
+#include "tests/support/test_paths.h"
+
+namespace fs = std::filesystem;
+
+namespace hueloom_test {
+namespace {
+
+constexpr const char* title = "Varnlight - Hueloom";
+constexpr int source_rgb[3] = {153, 77, 51};
+
+std::string read_text(const fs::path& p)
+{
+    std::ifstream in(p);
+    std::stringstream s;
+    s << in.rdbuf();
+    return s.str();
+}
+
+/// A picture of one colour, so any of its pixels on screen can be compared with the file.
+fs::path write_flat_picture(const fs::path& dir)
+{
+    const fs::path p = dir / "flat.ppm";
+    std::ofstream out(p, std::ios::binary);
+    out << "P6\n640 360\n255\n";
+    for (int i = 0; i < 640 * 360; ++i)
+        out.put(char(source_rgb[0])).put(char(source_rgb[1])).put(char(source_rgb[2]));
+    return p;
+}
+
+/// The 8-bit colour of pixel (0, 0) of an image file.
+std::array<int, 3> file_pixel(const fs::path& p)
+{
+    const std::string text = x_session::shell("convert '" + p.string() + "[1x1+0+0]' -depth 8 txt:-");
+    const auto open = text.find('(', text.find('\n'));
+    std::array<int, 3> rgb{-1, -1, -1};
+    if (open != std::string::npos)
+        std::sscanf(text.c_str() + open, "(%d,%d,%d", &rgb[0], &rgb[1], &rgb[2]);
+    return rgb;
+}
+
+class editor_window : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        dir = home_dir() / ::testing::UnitTest::GetInstance()->current_test_info()->name();
+        fs::create_directories(dir);
+        picture = write_flat_picture(dir);
+        setenv("HUELOOM_LOG", "stderr", 1);
+    }
+
+    std::vector<std::string> look_arguments(const fs::path& out) const
+    {
+        return {"-i", picture.string(), "-o", out.string(), "--set", "Strength=80", "--set", "Angle=60"};
+    }
+
+    fs::path dir, picture;
+};
+
+TEST_F(editor_window, OpensSizedForTheScreenShowsTheGradedFrameAndClosesByTheWindowManager)
+{
+    x_session x(1600, 900);
+    ASSERT_TRUE(x.ready()) << "Xvfb did not start";
+    for (int opening = 0; opening < 2; ++opening) {
+        SCOPED_TRACE(opening);
+        const fs::path out = dir / ("graded" + std::to_string(opening) + ".png"), log = dir / "look.log";
+        background_process look(HUELOOM_LOOK_TOOL, look_arguments(out), log);
+        const unsigned long window = x_session::wait_for_window(title, 30);
+        ASSERT_NE(window, 0u) << read_text(log);
+        // 90 % of 1600 wide, 528:988 high; the window is one point smaller than asked.
+        EXPECT_EQ(x_session::window_size(window), std::make_pair(1439, 768));
+        EXPECT_NE(read_text(log).find("Obtained size: 1440, 769"), std::string::npos);
+
+        // Wait for the first picture, then read the middle of the preview (left of the
+        // 494-point column): the window stands centred on the screen.
+        for (int i = 0; i < 100 && read_text(log).find("even render.") == std::string::npos; ++i)
+            x_session::shell("sleep 0.1");
+        x_session::shell("sleep 0.5");
+        const int left = (1600 - 1440) / 2, top = (900 - 769) / 2;
+        const std::array<int, 3> shown = x_session::screen_pixel(left + (1439 - 494) / 2, top + 768 / 2);
+
+        x_session::shell("xdotool windowactivate --sync " + std::to_string(window) + " key alt+F4");
+        ASSERT_EQ(look.wait(30), 0) << read_text(log);
+        const std::array<int, 3> graded = file_pixel(out);
+        for (int c = 0; c < 3; ++c) {
+            EXPECT_NEAR(shown[c], graded[c], 1) << "channel " << c;
+        }
+        EXPECT_NE(graded, (std::array<int, 3>{source_rgb[0], source_rgb[1], source_rgb[2]})) << "the look shows";
+        EXPECT_EQ(x_session::wait_for_window(title, 0.5), 0u) << "the window is gone";
+    }
+}
+
+TEST_F(editor_window, WithoutDisplayTheFrameRendersAndNoWindowOpens)
+{
+    unsetenv("DISPLAY");
+    const fs::path out = dir / "graded.png", log = dir / "look.log";
+    background_process look(HUELOOM_LOOK_TOOL, look_arguments(out), log);
+    ASSERT_EQ(look.wait(60), 0) << read_text(log);
+    EXPECT_NE(read_text(log).find("No parent window handle."), std::string::npos);
+    EXPECT_NE(file_pixel(out), (std::array<int, 3>{source_rgb[0], source_rgb[1], source_rgb[2]}));
+}
+
+}  // namespace
+}  // namespace hueloom_test

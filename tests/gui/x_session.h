@@ -1,0 +1,51 @@
+// An X server of the test's own (Xvfb) with a window manager, and the small tools a person's
+// hands stand in for: finding windows, pressing keys, reading the screen.
+#pragma once
+
+#include <sys/types.h>
+
+#include <array>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace hueloom_test {
+
+class x_session {
+public:
+    /// Starts Xvfb with one screen of `width` x `height` and openbox on it, and points this
+    /// process's DISPLAY at it (so the tools started below see it too).
+    x_session(int width, int height);
+    ~x_session();
+
+    bool ready() const { return display_number >= 0; }
+
+    /// Output of a shell command (stderr discarded).
+    static std::string shell(const std::string& command);
+    /// The window titled exactly `title`, waiting up to `seconds`; 0 if none appeared.
+    static unsigned long wait_for_window(const std::string& title, double seconds);
+    /// Width and height of a window as the window manager reports them.
+    static std::pair<int, int> window_size(unsigned long window);
+    /// The colour at screen point (x, y), as 8-bit r, g, b.
+    static std::array<int, 3> screen_pixel(int x, int y);
+
+private:
+    int display_number = -1;
+    pid_t server = -1, manager = -1;
+};
+
+/// A program started in the background with its stderr in a file; wait() reaps it.
+class background_process {
+public:
+    background_process(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+                       const std::filesystem::path& log_file);
+    ~background_process();
+    /// The exit code, or -1 if it doesn't end within `seconds` (it is then killed).
+    int wait(double seconds);
+
+private:
+    pid_t pid = -1;
+};
+
+}  // namespace hueloom_test
