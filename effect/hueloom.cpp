@@ -34,6 +34,10 @@ bool hueloom::query_interface(const std::string& id, iobject** out)
         *out = static_cast<irow_processor_v1*>(this);
         return true;
     }
+    if (out != nullptr && uid(id.c_str()) == istate_layout_v1::ifc_id) {
+        *out = static_cast<istate_layout_v1*>(this);
+        return true;
+    }
     return ccomponent_v1::query_interface(id, out);
 }
 

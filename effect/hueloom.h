@@ -19,6 +19,7 @@
 #include "effect/hueloom_parameters.h"
 #include "framework/ccomponent.h"
 #include "framework/irow_processor.h"
+#include "framework/istate_layout.h"
 
 namespace vl1 {
 
@@ -27,7 +28,7 @@ class hueloom_vault;
 /// Size of the saved state beyond the base part: the flag byte and the theme record.
 inline constexpr std::size_t hueloom_theme_record_size = 4325580;  // theme_state_entry_v1
 
-class hueloom : public ccomponent_v1, public lut_exporter, public irow_processor_v1 {
+class hueloom : public ccomponent_v1, public lut_exporter, public irow_processor_v1, public istate_layout_v1 {
 public:
     static constexpr uid ifc_id{"hueloom"};
 
@@ -40,6 +41,8 @@ public:
     bool set_state(std::vector<uint8_t>& state, bool from_host) override;
     std::vector<uint8_t> get_state() override;
     std::size_t get_state_size() override;
+    /// The LUT tables of the theme record's used slots.
+    std::vector<state_float_grid> float_grids(const std::vector<uint8_t>& state) override;
 
     void notify(event e) override;
     /// The hot path: one trilinear sample of result_lut, no lock.

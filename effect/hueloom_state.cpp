@@ -3,6 +3,10 @@
 // theme, so the host and the undo ring see one length.
 #include "effect/hueloom.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+
 #include "framework/log.h"
 #include "themes/hueloom_theme_state_serializer_v1.h"
 #include "themes/hueloom_vault.h"
@@ -51,6 +55,23 @@ std::vector<uint8_t> hueloom::get_state()
             state[flag_at] = 1;
     }
     return state;
+}
+
+std::vector<state_float_grid> hueloom::float_grids(const std::vector<uint8_t>& state)
+{
+    const std::size_t record_at = flag_offset() + 1;
+    if (state.size() < record_at + hueloom_theme_record_size || state[record_at - 1] == 0)
+        return {};
+    const uint8_t* record = state.data() + record_at;
+    uint16_t slot_count = 0;
+    std::memcpy(&slot_count, record + offsetof(theme_state_entry_v1, slot_count), sizeof slot_count);
+    std::vector<state_float_grid> grids;
+    for (std::size_t i = 0; i < std::min<std::size_t>(slot_count, theme_state_slot_capacity); ++i) {
+        const std::size_t slot_at = record_at + offsetof(theme_state_entry_v1, slots) + i * theme_lut_entry_bytes;
+        const auto edge = static_cast<uint16_t>(theme_lut_edge);
+        grids.push_back({slot_at + offsetof(theme_lut_entry_v1, table), edge, edge, edge, 3});
+    }
+    return grids;
 }
 
 bool hueloom::is_state_rejected(std::vector<uint8_t>& state, bool from_host, std::string& reason)

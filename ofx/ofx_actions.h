@@ -6,6 +6,7 @@
 namespace vl1 {
 
 OfxStatus action_load();
+OfxStatus action_unload();
 OfxStatus action_describe(OfxImageEffectHandle effect);
 OfxStatus action_describe_in_context(OfxImageEffectHandle effect);
 OfxStatus action_create_instance(OfxImageEffectHandle effect);

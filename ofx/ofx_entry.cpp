@@ -18,6 +18,8 @@ OfxStatus dispatch(const char* action, const void* handle, OfxPropertySetHandle 
     auto effect = static_cast<OfxImageEffectHandle>(const_cast<void*>(handle));
     if (std::strcmp(action, kOfxActionLoad) == 0)
         return action_load();
+    if (std::strcmp(action, kOfxActionUnload) == 0)
+        return action_unload();
 
     using action_fn = OfxStatus (*)(OfxImageEffectHandle, OfxPropertySetHandle);
     static const struct {

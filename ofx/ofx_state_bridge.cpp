@@ -6,32 +6,73 @@
 #include <string>
 #include <vector>
 
+#include "framework/log.h"
 #include "ofx/ofx_param_names.h"
+#include "ofx/ofx_state_packing.h"
 
 namespace vl1 {
 
-std::vector<uint8_t> decode_state_text(const char* text)
+namespace {
+
+/// Base64 of `length` characters into a buffer of (length / 4) * 3 bytes; the decoded length
+/// in `decoded`. Empty if it doesn't decode.
+std::vector<uint8_t> from_base64(const char* text, std::size_t length, std::size_t& decoded)
 {
-    if (text == nullptr)
+    std::vector<uint8_t> bytes((length / 4) * 3, 0);
+    decoded = 0;
+    if (bytes.empty() || sodium_base642bin(bytes.data(), bytes.size(), text, length, nullptr, &decoded, nullptr,
+                                           sodium_base64_VARIANT_ORIGINAL) != 0)
         return {};
-    const size_t length = std::strlen(text);
-    std::vector<uint8_t> blob((length / 4) * 3, 0);
-    if (blob.empty())
+    return bytes;
+}
+
+std::string to_base64(const uint8_t* data, std::size_t size)
+{
+    const std::size_t length = sodium_base64_encoded_len(size, sodium_base64_VARIANT_ORIGINAL);
+    std::string text(length, '\0');  // length counts the terminator
+    sodium_bin2base64(text.data(), length, data, size, sodium_base64_VARIANT_ORIGINAL);
+    text.resize(length - 1);
+    return text;
+}
+
+std::vector<uint8_t> decode_packed(const char* text, std::size_t max_state_bytes)
+{
+    std::size_t decoded = 0;
+    const std::vector<uint8_t> packed = from_base64(text, std::strlen(text), decoded);
+    if (decoded == 0) {
+        log_text("The saved state is ignored: its packed text isn't base64");
         return {};
-    size_t decoded = 0;
-    if (sodium_base642bin(blob.data(), blob.size(), text, length, nullptr, &decoded, nullptr,
-                          sodium_base64_VARIANT_ORIGINAL) != 0 || decoded == 0)
-        return {};
+    }
+    std::string error;
+    std::vector<uint8_t> blob = unpack_state(packed.data(), decoded, max_state_bytes, error);
+    if (!error.empty())
+        log("The saved state is ignored: {0}", error);
     return blob;
 }
 
-std::string encode_state_text(const std::vector<uint8_t>& blob)
+}  // namespace
+
+std::vector<uint8_t> decode_state_text(const char* text, std::size_t max_state_bytes)
 {
-    const size_t length = sodium_base64_encoded_len(blob.size(), sodium_base64_VARIANT_ORIGINAL);
-    std::string text(length, '\0');  // length counts the terminator
-    sodium_bin2base64(text.data(), length, blob.data(), blob.size(), sodium_base64_VARIANT_ORIGINAL);
-    text.resize(std::strlen(text.c_str()));
-    return text;
+    if (text == nullptr)
+        return {};
+    const std::size_t prefix_length = std::strlen(packed_state_prefix);
+    if (std::strncmp(text, packed_state_prefix, prefix_length) == 0)
+        return decode_packed(text + prefix_length, max_state_bytes);
+    std::size_t decoded = 0;
+    std::vector<uint8_t> blob = from_base64(text, std::strlen(text), decoded);
+    return decoded == 0 ? std::vector<uint8_t>{} : blob;
+}
+
+std::string encode_state_text(const std::vector<uint8_t>& blob, const std::vector<state_float_grid>& grids)
+{
+    const std::vector<uint8_t> packed = pack_state(blob, grids);
+    return packed_state_prefix + to_base64(packed.data(), packed.size());
+}
+
+std::string plain_state_text(const std::vector<uint8_t>& blob)
+{
+    return to_base64(blob.data(), blob.size());
 }
 
 void LoadStateFromHost(const host_suites& suites, OfxImageEffectHandle effect,
@@ -46,7 +87,7 @@ void LoadStateFromHost(const host_suites& suites, OfxImageEffectHandle effect,
         suites.parameter->paramGetPropertySet(handle, &props) != kOfxStatOK ||
         suites.parameter->paramGetValue(handle, &text) != kOfxStatOK || text == nullptr)
         return;
-    std::vector<uint8_t> blob = decode_state_text(text);
+    std::vector<uint8_t> blob = decode_state_text(text, component->get_state_size());
     if (!blob.empty())
         component->set_state(blob, true);
 }
@@ -59,7 +100,12 @@ void SaveStateToHost(const host_suites& suites, OfxImageEffectHandle effect,
     if (suites.effect->getParamSet(effect, &param_set) != kOfxStatOK ||
         suites.parameter->paramGetHandle(param_set, state_param_name, &handle, nullptr) != kOfxStatOK)
         return;
-    const std::string text = encode_state_text(component->get_state());
+    const std::vector<uint8_t> blob = component->get_state();
+    std::vector<state_float_grid> grids;
+    iobject* face = nullptr;
+    if (component->query_interface("istate_layout_v1", &face) && face != nullptr)
+        grids = static_cast<istate_layout_v1*>(face)->float_grids(blob);
+    const std::string text = encode_state_text(blob, grids);
     suites.parameter->paramSetValue(handle, text.c_str());
 }
 

@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   build-essential cmake pkg-config git
-  libcurl4-openssl-dev rapidjson-dev libfmt-dev libsodium-dev libtbb-dev
+  libcurl4-openssl-dev rapidjson-dev libfmt-dev libsodium-dev libtbb-dev libfpzip-dev libzstd-dev
   libfltk1.3-dev libcairo2-dev
   libopenimageio-dev openimageio-tools
   googletest libgtest-dev libgmock-dev libbenchmark-dev
