@@ -10,7 +10,7 @@
 
 #include "fuzz/harness/fuzz_component.h"
 #include "fuzz/harness/fuzz_themes.h"
-#include "ofx/ofx_state_bridge.h"
+#include "framework/state_text.h"
 #include "presets/preset_writer.h"
 #include "themes/byte_order.h"
 #include "themes/hueloom_theme_file_serializer_v1.h"

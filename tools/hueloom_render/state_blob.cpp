@@ -1,5 +1,6 @@
 #include "tools/hueloom_render/state_blob.h"
 
+#include "framework/state_text.h"
 #include "tools/hueloom_render/plugin_session.h"
 
 #include <fmt/format.h>
@@ -58,6 +59,8 @@ std::string encode_state(const std::vector<uint8_t>& blob)
 
 std::vector<uint8_t> decode_state(const std::string& text)
 {
+    // The packed form as the plug-in writes it; a state is a few megabytes.
+    if (text.rfind(vl1::packed_state_prefix, 0) == 0) return vl1::decode_state_text(text.c_str(), 64u << 20);
     std::vector<uint8_t> blob(text.size() / 4 * 3 + 3);
     std::size_t length = 0;
     if (text.empty() || sodium_base642bin(blob.data(), blob.size(), text.data(), text.size(), nullptr, &length,

@@ -1,4 +1,4 @@
-#include "ofx/ofx_state_packing.h"
+#include "framework/state_packing.h"
 
 #include <fpzip.h>
 #include <sodium.h>

@@ -1,4 +1,4 @@
-// The state blob as text, as the host keeps it in "binaryStateParam": packed (fpzip for the
+// The state blob as text, as hosts keep it in "binaryStateParam": packed (fpzip for the
 // float grids, zstd for the rest) and, as earlier versions wrote it, plain base64.
 #include <gtest/gtest.h>
 #include <sodium.h>
@@ -9,8 +9,8 @@
 #include <limits>
 #include <random>
 
-#include "ofx/ofx_state_bridge.h"
-#include "ofx/ofx_state_packing.h"
+#include "framework/state_packing.h"
+#include "framework/state_text.h"
 
 namespace vl1 {
 namespace {
