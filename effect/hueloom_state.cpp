@@ -68,6 +68,9 @@ std::vector<state_float_grid> hueloom::float_grids(const std::vector<uint8_t>& s
     std::vector<state_float_grid> grids;
     for (std::size_t i = 0; i < std::min<std::size_t>(slot_count, theme_state_slot_capacity); ++i) {
         const std::size_t slot_at = record_at + offsetof(theme_state_entry_v1, slots) + i * theme_lut_entry_bytes;
+        // Slot 0 without a post-processing LUT holds zeros, which the rest's coder takes for less.
+        if (i == 0 && load_lut_slot_angle(state.data() + slot_at) <= 0.0f)
+            continue;
         const auto edge = static_cast<uint16_t>(theme_lut_edge);
         grids.push_back({slot_at + offsetof(theme_lut_entry_v1, table), edge, edge, edge, 3});
     }

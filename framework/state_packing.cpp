@@ -2,6 +2,7 @@
 
 #include <fpzip.h>
 #include <sodium.h>
+#include <tbb/parallel_for.h>
 #include <zstd.h>
 
 #include <cstring>
@@ -20,6 +21,8 @@ constexpr std::size_t grid_count_at = digest_at + digest_bytes;
 constexpr std::size_t grid_entry_bytes = 16;
 // Compression level of the rest: mostly zero slots and small headers, where higher levels
 // gain nothing but time.
+// The grids are packed and unpacked in parallel: each fpzip stream has a coder of its own, and
+// fpzip's one process-wide variable is its error code fpzip_errno, which is never read here.
 constexpr int rest_level = 3;
 
 void put_u16(std::vector<uint8_t>& out, uint16_t v)
@@ -85,28 +88,28 @@ FPZ* describe(FPZ* fpz, const state_float_grid& g)
 std::vector<uint8_t> pack_grid(const uint8_t* cells, const state_float_grid& g)
 {
     const std::size_t count = std::size_t(g.nx) * g.ny * g.nz;
-    std::vector<float> planes(count * g.channels);
+    const auto planes = std::make_unique_for_overwrite<float[]>(count * g.channels);
     for (std::size_t c = 0; c < g.channels; ++c)
         for (std::size_t i = 0; i < count; ++i)
             std::memcpy(&planes[c * count + i], cells + (i * g.channels + c) * 4, 4);
     // Floats that defy prediction cost a little more than their 4 bytes.
-    std::vector<uint8_t> out(g.bytes() + g.bytes() / 4 + 1024);
-    std::unique_ptr<FPZ, void (*)(FPZ*)> fpz(fpzip_write_to_buffer(out.data(), out.size()), fpzip_write_close);
+    const std::size_t room = g.bytes() + g.bytes() / 4 + 1024;
+    const auto out = std::make_unique_for_overwrite<uint8_t[]>(room);
+    std::unique_ptr<FPZ, void (*)(FPZ*)> fpz(fpzip_write_to_buffer(out.get(), room), fpzip_write_close);
     if (!fpz)
         return {};
-    const std::size_t written = fpzip_write(describe(fpz.get(), g), planes.data());
-    out.resize(written);
-    return out;
+    const std::size_t written = fpzip_write(describe(fpz.get(), g), planes.get());
+    return std::vector<uint8_t>(out.get(), out.get() + written);
 }
 
 bool unpack_grid(const uint8_t* stream, std::size_t stream_size, const state_float_grid& g, uint8_t* cells)
 {
     const std::size_t count = std::size_t(g.nx) * g.ny * g.nz;
-    std::vector<float> planes(count * g.channels);
+    const auto planes = std::make_unique_for_overwrite<float[]>(count * g.channels);
     std::unique_ptr<FPZ, void (*)(FPZ*)> fpz(fpzip_read_from_buffer(stream), fpzip_read_close);
     if (!fpz)
         return false;
-    const std::size_t read = fpzip_read(describe(fpz.get(), g), planes.data());
+    const std::size_t read = fpzip_read(describe(fpz.get(), g), planes.get());
     if (read == 0 || read > stream_size)
         return false;
     for (std::size_t c = 0; c < g.channels; ++c)
@@ -124,19 +127,23 @@ void digest_of(const uint8_t* data, std::size_t size, uint8_t* out)
 
 std::vector<uint8_t> pack_state(const std::vector<uint8_t>& blob, const std::vector<state_float_grid>& grids)
 {
+    const std::vector<state_float_grid> usable = usable_grids(grids, blob.size());
+    std::vector<std::vector<uint8_t>> packed_grids(usable.size());
+    tbb::parallel_for(std::size_t(0), usable.size(),
+                      [&](std::size_t i) { packed_grids[i] = pack_grid(blob.data() + usable[i].offset, usable[i]); });
+
     std::vector<state_float_grid> stored;
     std::vector<std::vector<uint8_t>> streams;
     std::vector<uint8_t> rest;
-    rest.reserve(blob.size());
     std::size_t at = 0;
-    for (const state_float_grid& g : usable_grids(grids, blob.size())) {
-        std::vector<uint8_t> stream = pack_grid(blob.data() + g.offset, g);
-        if (stream.empty() || stream.size() > UINT32_MAX)
+    for (std::size_t i = 0; i < usable.size(); ++i) {
+        const state_float_grid& g = usable[i];
+        if (packed_grids[i].empty() || packed_grids[i].size() > UINT32_MAX)
             continue;  // these bytes go with the rest
         rest.insert(rest.end(), blob.begin() + at, blob.begin() + g.offset);
         at = g.offset + g.bytes();
         stored.push_back(g);
-        streams.push_back(std::move(stream));
+        streams.push_back(std::move(packed_grids[i]));
     }
     rest.insert(rest.end(), blob.begin() + at, blob.end());
     std::vector<uint8_t> rest_frame(ZSTD_compressBound(rest.size()));
@@ -231,19 +238,27 @@ std::vector<uint8_t> unpack_state(const uint8_t* packed, std::size_t size, std::
     }
 
     std::vector<uint8_t> blob(state_bytes);
+    std::vector<std::size_t> stream_starts(grid_count);
     std::size_t blob_at = 0, rest_at = 0, stream_at = in.at;
     for (std::size_t i = 0; i < grid_count; ++i) {
         const state_float_grid& g = grids[i];
         std::memcpy(blob.data() + blob_at, rest.data() + rest_at, g.offset - blob_at);
         rest_at += g.offset - blob_at;
-        if (!unpack_grid(packed + stream_at, stream_sizes[i], g, blob.data() + g.offset)) {
-            error = fmt::format("grid {0} of the packed state doesn't decode", i);
-            return {};
-        }
+        stream_starts[i] = stream_at;
         stream_at += stream_sizes[i];
         blob_at = g.offset + g.bytes();
     }
     std::memcpy(blob.data() + blob_at, rest.data() + rest_at, state_bytes - blob_at);
+    std::vector<char> decoded(grid_count, 0);
+    tbb::parallel_for(std::size_t(0), grid_count, [&](std::size_t i) {
+        decoded[i] = unpack_grid(packed + stream_starts[i], stream_sizes[i], grids[i], blob.data() + grids[i].offset);
+    });
+    for (std::size_t i = 0; i < grid_count; ++i) {
+        if (!decoded[i]) {
+            error = fmt::format("grid {0} of the packed state doesn't decode", i);
+            return {};
+        }
+    }
     return blob;
 }
 
