@@ -5,9 +5,9 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
 
 #include "framework/log.h"
+#include "themes/byte_order.h"
 #include "themes/hueloom_theme_state_serializer_v1.h"
 #include "themes/hueloom_vault.h"
 
@@ -62,9 +62,8 @@ std::vector<state_float_grid> hueloom::float_grids(const std::vector<uint8_t>& s
     const std::size_t record_at = flag_offset() + 1;
     if (state.size() < record_at + hueloom_theme_record_size || state[record_at - 1] == 0)
         return {};
-    const uint8_t* record = state.data() + record_at;
-    uint16_t slot_count = 0;
-    std::memcpy(&slot_count, record + offsetof(theme_state_entry_v1, slot_count), sizeof slot_count);
+    const auto slot_count =
+        theme_bytes::load<uint16_t>(state.data() + record_at + offsetof(theme_state_entry_v1, slot_count));
     std::vector<state_float_grid> grids;
     for (std::size_t i = 0; i < std::min<std::size_t>(slot_count, theme_state_slot_capacity); ++i) {
         const std::size_t slot_at = record_at + offsetof(theme_state_entry_v1, slots) + i * theme_lut_entry_bytes;
