@@ -12,5 +12,6 @@ OfxStatus action_create_instance(OfxImageEffectHandle effect);
 OfxStatus action_instance_changed(OfxImageEffectHandle effect, OfxPropertySetHandle in_args);
 OfxStatus action_destroy_instance(OfxImageEffectHandle effect);
 OfxStatus action_render(OfxImageEffectHandle effect, OfxPropertySetHandle in_args);
+OfxStatus action_is_identity(OfxImageEffectHandle effect, OfxPropertySetHandle in_args, OfxPropertySetHandle out_args);
 
 }  // namespace vl1

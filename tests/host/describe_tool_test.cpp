@@ -61,6 +61,10 @@ TEST(describe_tool, ReadsOfxPluginPathWhenNoPathIsGiven)
     const run_result r = run_tool("describe", "OFX_PLUGIN_PATH='" + host_test::fixture_dir().string() + "'");
     EXPECT_EQ(r.exit_code, 0) << r.err;
     EXPECT_TRUE(contains(r.out, "org.hueloom.test.fixture"));
+
+    // Without either, it looks where hueloom-render looks: the build's own plug-in folder too.
+    const run_result plain = run_tool("describe", "env -u OFX_PLUGIN_PATH");
+    EXPECT_TRUE(contains(plain.out, "Plug-in 0: com.varnlight.hueloomofx version 1.3")) << plain.out << plain.err;
 }
 
 TEST(describe_tool, BrokenBundlesAreReportedAndTheRestStillListed)

@@ -5,6 +5,7 @@
 #include "tests/ofx/bundle_test_support.h"
 
 #include "color/lut_sampling.h"
+#include "host/status.h"
 
 #include <cmath>
 #include <cstring>
@@ -64,6 +65,28 @@ TEST_F(bundle_render, BypassIsTheIdentityAndStrengthMatters)
 
     ofxhost::instance strong = make({90, 100});
     EXPECT_GT(max_difference(*render(strong, source), *identity), 0.02) << "the theme must show";
+
+    // Asked first, the plug-in sends the host to the source for the bypassed look alone, so
+    // that values outside 0..1 pass untouched.
+    const auto is_identity = [](ofxhost::instance& inst, double time) {
+        ofxhost::property_set args(ofxhost::set_access::read_only);
+        args.define_double(kOfxPropTime, {time});
+        args.define_string(kOfxImageEffectPropFieldToRender, {kOfxImageFieldNone});
+        args.define_int(kOfxImageEffectPropRenderWindow, {0, 0, 16, 8});
+        args.define_double(kOfxImageEffectPropRenderScale, {1.0, 1.0});
+        ofxhost::property_set answer(ofxhost::set_access::fixed);
+        answer.define_string(kOfxPropName, {""});
+        answer.define_double(kOfxPropTime, {-1.0});
+        const OfxStatus st = inst.call_action(kOfxImageEffectActionIsIdentity, args.handle(), answer.handle());
+        return st == kOfxStatOK ? answer.get_string(kOfxPropName) + "@" + std::to_string(answer.get_double(kOfxPropTime))
+                                : ofxhost::status_name(st);
+    };
+    EXPECT_EQ(is_identity(bypassed, 3.0), std::string(kOfxImageEffectSimpleSourceClipName) + "@3.000000");
+    EXPECT_EQ(is_identity(strong, 3.0), "kOfxStatReplyDefault");
+    strong.param("Global Bypass").set_value_at(5.0, 1);  // keys: bypassed from frame 5 on
+    strong.param("Global Bypass").set_value_at(1.0, 0);
+    EXPECT_EQ(is_identity(strong, 1.0), "kOfxStatReplyDefault");
+    EXPECT_EQ(is_identity(strong, 6.0), std::string(kOfxImageEffectSimpleSourceClipName) + "@6.000000");
 }
 
 TEST_F(bundle_render, HostValuesAreReadAtTheRenderTimeWithKeysAndClamped)

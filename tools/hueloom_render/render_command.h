@@ -12,11 +12,9 @@ namespace hueloom_render {
 /// Runs the command with the arguments behind the program name. Listings go to `out`,
 /// progress and errors to `err` (`err_is_terminal` picks the progress bar). The exit codes
 /// are those of render_error.h. `build_plugin_folder` is searched for the plug-in after
-/// OFX_PLUGIN_PATH. Never throws.
+/// OFX_PLUGIN_PATH. After SIGINT or SIGTERM (tools/common/stop_signals.h) it stops after the
+/// frame at hand. Never throws.
 int run_render_command(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
                        bool err_is_terminal, const std::filesystem::path& build_plugin_folder);
-
-/// Asks a running command to stop after the frame at hand (from a signal handler).
-void request_stop() noexcept;
 
 }  // namespace hueloom_render
