@@ -27,7 +27,7 @@ pixel_rule graded_by(const vl1::hueloom_theme_v1& theme, const look& values)
     return [table, clamp](std::array<float, 4> in) {
         const auto c = clamp(in);
         const vl1::argb_float out = vl1::sample_lut(*table, vl1::argb_float{c[3], c[0], c[1], c[2]});
-        return std::array<float, 4>{out.r, out.g, out.b, out.a};
+        return std::array<float, 4>{out.r, out.g, out.b, in[3]};  // alpha is not graded
     };
 }
 
