@@ -78,8 +78,9 @@ TEST_F(bundle_render, BypassIsTheIdentityAndStrengthMatters)
         answer.define_string(kOfxPropName, {""});
         answer.define_double(kOfxPropTime, {-1.0});
         const OfxStatus st = inst.call_action(kOfxImageEffectActionIsIdentity, args.handle(), answer.handle());
-        return st == kOfxStatOK ? answer.get_string(kOfxPropName) + "@" + std::to_string(answer.get_double(kOfxPropTime))
-                                : ofxhost::status_name(st);
+        if (st != kOfxStatOK)
+            return ofxhost::status_name(st);
+        return answer.get_string(kOfxPropName) + "@" + std::to_string(answer.get_double(kOfxPropTime));
     };
     EXPECT_EQ(is_identity(bypassed, 3.0), std::string(kOfxImageEffectSimpleSourceClipName) + "@3.000000");
     EXPECT_EQ(is_identity(strong, 3.0), "kOfxStatReplyDefault");
