@@ -1,7 +1,8 @@
 // hueloom-bench: how fast the render path grades a 4K float frame, measured against
 // OpenColorIO applying the same table and against a plain memory pass over the same
-// buffers, and how long the table of one render setup takes to build. Ends with one line
-//   summary: render_vs_ocio_1t=R render_vs_memory_all=F rebuild_us=T
+// buffers, how long the table of one render setup takes to build, and how large the saved
+// state's text is and how long writing and reading it take. Ends with one line
+//   summary: render_vs_ocio_1t=R render_vs_memory_all=F rebuild_us=T state_text_mb=S state_text_ms=W
 // of this run's figures. Google Benchmark's own flags (--benchmark_filter, ...) apply.
 #include <benchmark/benchmark.h>
 #include <fmt/core.h>
@@ -20,6 +21,7 @@
 #include "bench/bench_ocio.h"
 #include "bench/bench_results.h"
 #include "bench/bench_scene.h"
+#include "bench/bench_state_text.h"
 #include "ofx/ofx_render_rows.h"
 
 namespace vl1::bench {
@@ -40,6 +42,7 @@ constexpr const char* per_pixel_1t = "render_per_pixel_1_thread";
 constexpr const char* ocio_1t = "ocio_lut3d_1_thread";
 constexpr const char* memory_all = "memory_pass_all_threads";
 constexpr const char* rebuild = "table_rebuild_render_setup";
+constexpr const char* state_text_prefix = "state_text_write_read/";
 
 // The effect's vault keeps themes under HOME: the benchmark gives it a fresh folder and
 // removes it again, so the user's own theme folders are never touched.
@@ -63,6 +66,9 @@ public:
 
 private:
     std::filesystem::path path;
+
+public:
+    const std::filesystem::path& folder() const { return path; }
 };
 
 struct scene {
@@ -138,6 +144,16 @@ void register_frame_pass(const char* name, const scene& s, Work work)
     })->UseRealTime()->Unit(benchmark::kMillisecond)->Repetitions(repetitions)->ReportAggregatesOnly(true);
 }
 
+void register_state_text(const std::vector<state_case>& cases)
+{
+    for (const state_case& c : cases) {
+        benchmark::RegisterBenchmark((state_text_prefix + c.name).c_str(), [&c](benchmark::State& state) {
+            for (auto _ : state)
+                write_and_read(c);
+        })->UseRealTime()->Unit(benchmark::kMillisecond)->Repetitions(repetitions)->ReportAggregatesOnly(true);
+    }
+}
+
 void register_benchmarks(scene& s, const ocio_lut_processor& ocio)
 {
     register_frame_pass(render_1t, s, [&s] { s.render(s.one_thread, *s.effect); });
@@ -172,7 +188,19 @@ void print_load_note()
                    load[0], cores);
 }
 
-void print_summary(const figure_collector& figures, const scene& s)
+void print_state_text(const figure_collector& figures, const std::vector<state_case>& cases)
+{
+    fmt::print("\nSaved state text (\"binaryStateParam\"), written and read back as the adapter does\n");
+    for (const state_case& c : cases) {
+        const auto t = figures.seconds_per_iteration(state_text_prefix + c.name);
+        fmt::print("  {:<16} {:>9} bytes of state: {:>9} bytes of text (plain base64 {:>9}), write + read {} ms\n",
+                   c.name, c.blob.size(), c.packed_text_bytes, c.plain_text_bytes,
+                   figure(t ? std::optional<double>(*t * 1e3) : std::nullopt, "{:.1f}"));
+    }
+    fmt::print("  targets for the built-in theme: at most 2.0 MB of text, at most 40 ms to write and read\n");
+}
+
+void print_summary(const figure_collector& figures, const scene& s, const std::vector<state_case>& cases)
 {
     const double mpixels = static_cast<double>(s.source.pixel_count()) * 1e-6;
     const auto rate = [&](const char* name) -> std::optional<double> {
@@ -199,9 +227,15 @@ void print_summary(const figure_collector& figures, const scene& s)
     fmt::print("  effect / OpenColorIO, 1 thread:      {} (target at least 1.5)\n", figure(vs_ocio, "{:.2f}"));
     fmt::print("  effect / memory pass, all threads:   {} (target at least 0.35)\n", figure(vs_memory, "{:.2f}"));
     fmt::print("  table rebuild of one render setup:   {} us (target under 1000)\n", figure(rebuild_us, "{:.0f}"));
+    print_state_text(figures, cases);
     print_load_note();
-    fmt::print("summary: render_vs_ocio_1t={} render_vs_memory_all={} rebuild_us={}\n", figure(vs_ocio, "{:.2f}"),
-               figure(vs_memory, "{:.2f}"), figure(rebuild_us, "{:.0f}"));
+    const state_case& builtin = cases.front();
+    const auto state_s = figures.seconds_per_iteration(state_text_prefix + builtin.name);
+    fmt::print("summary: render_vs_ocio_1t={} render_vs_memory_all={} rebuild_us={} state_text_mb={:.2f} "
+               "state_text_ms={}\n",
+               figure(vs_ocio, "{:.2f}"), figure(vs_memory, "{:.2f}"), figure(rebuild_us, "{:.0f}"),
+               double(builtin.packed_text_bytes) * 1e-6,
+               figure(state_s ? std::optional<double>(*state_s * 1e3) : std::nullopt, "{:.1f}"));
 }
 
 int run(int argc, char** argv)
@@ -217,10 +251,14 @@ int run(int argc, char** argv)
         fmt::print(stderr, "hueloom-bench: the render path gives wrong results; nothing was timed\n");
         return 1;
     }
+    const std::filesystem::path import_folder = home.folder() / "imported-theme";
+    std::filesystem::create_directories(import_folder);
+    const std::vector<state_case> cases = make_state_cases(HUELOOM_BENCH_BUILTIN_THEME, import_folder);
     register_benchmarks(s, ocio);
+    register_state_text(cases);
     figure_collector figures;
     benchmark::RunSpecifiedBenchmarks(&figures);
-    print_summary(figures, s);
+    print_summary(figures, s, cases);
     benchmark::Shutdown();
     return 0;
 }

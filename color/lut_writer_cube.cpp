@@ -27,4 +27,23 @@ bool write_lut_cube(const lut_argb_variable& lut, const std::string& path, const
     return write_text_file(path, std::string_view(out.data(), out.size()));
 }
 
+bool write_lut_cube_exact(const lut_argb_variable& lut, const std::string& path, const std::string& program,
+                          const std::string& author)
+{
+    const std::size_t n = lut.edge;
+    if (n < 2 || lut.data.size() != lut_entry_count(n))
+        return false;
+    fmt::memory_buffer out;
+    fmt::format_to(std::back_inserter(out), "{}TITLE \"{}\"\nLUT_3D_SIZE {}\n", lut_generated_by_line(program, author),
+                   lut_title_of(path), n);
+    // fmt's "{}" of a float is its shortest round-trip form, independent of the locale.
+    for (std::size_t b = 0; b < n; ++b)
+        for (std::size_t g = 0; g < n; ++g)
+            for (std::size_t r = 0; r < n; ++r) {
+                const argb_float& e = lut.data[lut_index(n, r, g, b)];
+                fmt::format_to(std::back_inserter(out), "{} {} {}\n", e.r, e.g, e.b);
+            }
+    return write_text_file(path, std::string_view(out.data(), out.size()));
+}
+
 }  // namespace vl1

@@ -15,4 +15,10 @@ namespace vl1 {
 bool write_lut_cube(const lut_argb_variable& lut, const std::string& path, const std::string& program,
                     const std::string& author);
 
+/// Writes `lut` at its own edge (LUT_3D_SIZE edge), in the line order above, with each value
+/// in the shortest text that reads back as the same float, for tools that take finer tables
+/// than 17 points. The same header and the same failures as write_lut_cube.
+bool write_lut_cube_exact(const lut_argb_variable& lut, const std::string& path, const std::string& program,
+                          const std::string& author);
+
 }  // namespace vl1

@@ -1,5 +1,7 @@
 #include "effect/hueloom.h"
 
+#include <cstring>
+
 #include "color/lut_row_kernels.h"
 #include "color/lut_sampling.h"
 #include "framework/image.h"
@@ -34,6 +36,14 @@ bool hueloom::query_interface(const std::string& id, iobject** out)
     }
     if (out != nullptr && uid(id.c_str()) == irow_processor_v1::ifc_id) {
         *out = static_cast<irow_processor_v1*>(this);
+        return true;
+    }
+    if (out != nullptr && uid(id.c_str()) == istate_layout_v1::ifc_id) {
+        *out = static_cast<istate_layout_v1*>(this);
+        return true;
+    }
+    if (out != nullptr && uid(id.c_str()) == iidentity_check_v1::ifc_id) {
+        *out = static_cast<iidentity_check_v1*>(this);
         return true;
     }
     return ccomponent_v1::query_interface(id, out);
@@ -106,6 +116,11 @@ bool hueloom::process_row(int /*x*/, int /*y*/, int in_depth, const uint8_t* in,
 
 void hueloom::calculateResultLut()
 {
+    calculate_lut(result_lut);
+}
+
+void hueloom::calculate_lut(lut_argb<32>& lut)
+{
     const float angle = angle_param->get_value();
     const float strength = strength_param->get_value();
     const float chroma = chroma_param->get_value();
@@ -114,16 +129,26 @@ void hueloom::calculateResultLut()
 
     std::lock_guard lock(theme_mutex);
     if (!current_theme) {
-        fill_identity(result_lut);
+        fill_identity(lut);
         return;
     }
     if (!current_theme->is_self_consistent())
         return;
     // The wheel's "Angle" runs against the rotation of a theme's slots: 0 stands for 360.
-    current_theme->apply_theme_luts(result_lut, 360.0f - angle, static_cast<float>(strength / 100.0));
-    current_theme->apply_theme_modifiers(result_lut, static_cast<float>(hue / 100.0),
-                                         static_cast<float>(chroma / 100.0), static_cast<float>(luminance / 100.0));
-    current_theme->apply_post_processing(result_lut);
+    current_theme->apply_theme_luts(lut, 360.0f - angle, static_cast<float>(strength / 100.0));
+    current_theme->apply_theme_modifiers(lut, static_cast<float>(hue / 100.0), static_cast<float>(chroma / 100.0),
+                                         static_cast<float>(luminance / 100.0));
+    current_theme->apply_post_processing(lut);
+}
+
+bool hueloom::is_identity()
+{
+    if (bypass_param->get_value())
+        return true;
+    const lut_argb<32> identity;
+    lut_argb<32> lut;
+    calculate_lut(lut);
+    return std::memcmp(lut.data.data(), identity.data.data(), identity.data.size() * sizeof(argb_float)) == 0;
 }
 
 bool hueloom::get_lut(lut_argb_variable* lut)

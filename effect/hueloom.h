@@ -19,7 +19,9 @@
 #include "color/lut_exporter.h"
 #include "effect/hueloom_parameters.h"
 #include "framework/ccomponent.h"
+#include "framework/iidentity_check.h"
 #include "framework/irow_processor.h"
+#include "framework/istate_layout.h"
 
 namespace vl1 {
 
@@ -28,7 +30,11 @@ class hueloom_vault;
 /// Size of the saved state beyond the base part: the flag byte and the theme record.
 inline constexpr std::size_t hueloom_theme_record_size = 4325580;  // theme_state_entry_v1
 
-class hueloom : public ccomponent_v1, public lut_exporter, public irow_processor_v1 {
+class hueloom : public ccomponent_v1,
+                public lut_exporter,
+                public irow_processor_v1,
+                public istate_layout_v1,
+                public iidentity_check_v1 {
 public:
     static constexpr uid ifc_id{"hueloom"};
 
@@ -47,6 +53,8 @@ public:
     bool set_state(std::vector<uint8_t>& state, bool from_host) override;
     std::vector<uint8_t> get_state() override;
     std::size_t get_state_size() override;
+    /// The LUT tables of the theme record's used slots.
+    std::vector<state_float_grid> float_grids(const std::vector<uint8_t>& state) override;
 
     void notify(event e) override;
     /// The hot path: one trilinear sample of result_lut, no lock.
@@ -57,6 +65,10 @@ public:
                      int count) override;
 
     bool get_lut(lut_argb_variable* lut) override;
+
+    /// Bypass on, or the table the current values give equal to the identity table bit for
+    /// bit. Works on a table of its own: result_lut belongs to the render.
+    bool is_identity() override;
 
     /// Pointer and size of the current theme's background image; valid while the theme is.
     std::pair<const uint8_t*, std::size_t> get_current_wheel_background_data();
@@ -88,6 +100,8 @@ public:
 
 private:
     void calculateResultLut();
+    /// What calculateResultLut blends, into `lut`, which starts as the identity.
+    void calculate_lut(lut_argb<32>& lut);
     /// The editor's refresh after the collection changed (at start-up or after a download).
     void refresh_from_vault();
     std::size_t flag_offset() { return ccomponent_v1::get_state_size(); }

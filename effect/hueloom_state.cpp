@@ -3,7 +3,11 @@
 // theme, so the host and the undo ring see one length.
 #include "effect/hueloom.h"
 
+#include <algorithm>
+#include <cstddef>
+
 #include "framework/log.h"
+#include "themes/byte_order.h"
 #include "themes/hueloom_theme_state_serializer_v1.h"
 #include "themes/hueloom_vault.h"
 
@@ -51,6 +55,25 @@ std::vector<uint8_t> hueloom::get_state()
             state[flag_at] = 1;
     }
     return state;
+}
+
+std::vector<state_float_grid> hueloom::float_grids(const std::vector<uint8_t>& state)
+{
+    const std::size_t record_at = flag_offset() + 1;
+    if (state.size() < record_at + hueloom_theme_record_size || state[record_at - 1] == 0)
+        return {};
+    const auto slot_count =
+        theme_bytes::load<uint16_t>(state.data() + record_at + offsetof(theme_state_entry_v1, slot_count));
+    std::vector<state_float_grid> grids;
+    for (std::size_t i = 0; i < std::min<std::size_t>(slot_count, theme_state_slot_capacity); ++i) {
+        const std::size_t slot_at = record_at + offsetof(theme_state_entry_v1, slots) + i * theme_lut_entry_bytes;
+        // Slot 0 without a post-processing LUT holds zeros, which the rest's coder takes for less.
+        if (i == 0 && load_lut_slot_angle(state.data() + slot_at) <= 0.0f)
+            continue;
+        const auto edge = static_cast<uint16_t>(theme_lut_edge);
+        grids.push_back({slot_at + offsetof(theme_lut_entry_v1, table), edge, edge, edge, 3});
+    }
+    return grids;
 }
 
 bool hueloom::is_state_rejected(std::vector<uint8_t>& state, bool from_host, std::string& reason)

@@ -8,6 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
@@ -188,11 +189,10 @@ bool cutils_linux::create_dir(const std::string& path)
 {
     if (path.empty())
         return false;
-    // The umask is cleared so the folder really gets mode 0777, and restored right after.
-    const mode_t previous = umask(0);
-    const int rc = mkdir(path.c_str(), 0777);
-    umask(previous);
-    return rc == 0;
+    // Only the user: the folder holds themes and presets that the plug-in loads, and on a
+    // shared machine nobody else may plant files there. The umask stays untouched, since
+    // changing it would change the mode of files other threads of the host create meanwhile.
+    return mkdir(path.c_str(), private_folder_mode) == 0;
 }
 
 const std::string& cutils_linux::get_path_separator() const
@@ -245,6 +245,23 @@ bool cutils_linux::list_dir(const std::string& path, std::vector<std::string>* d
 double cutils_linux::get_dpi_scale() const
 {
     return 1.0;
+}
+
+bool create_private_folders(const std::string& path)
+{
+    if (path.empty())
+        return false;
+    std::string partial;
+    std::size_t from = 0;
+    while (from <= path.size()) {
+        const std::size_t slash = std::min(path.find('/', from), path.size());
+        partial = path.substr(0, slash);
+        if (!partial.empty() && mkdir(partial.c_str(), private_folder_mode) != 0 && errno != EEXIST)
+            return false;
+        from = slash + 1;
+    }
+    struct stat st{};
+    return stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
 }
 
 void set_resource_dir(const std::string& path)

@@ -49,6 +49,14 @@ private:
     std::string override_dir;
 };
 
+/// Mode of the folders the plug-in makes under the home directory: the user's alone.
+inline constexpr unsigned private_folder_mode = 0700;
+
+/// Creates `path` and its missing parents with private_folder_mode, like `mkdir -p`: folders
+/// that exist keep their mode, and the umask is left alone (it may only narrow the mode
+/// further). True if `path` is a folder afterwards.
+bool create_private_folders(const std::string& path);
+
 /// Sets the resource folder of the built-in iutils instance (see cutils_linux).
 void set_resource_dir(const std::string& path);
 

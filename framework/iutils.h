@@ -37,7 +37,7 @@ public:
 
     virtual bool is_main_thread() const = 0;
 
-    /// Creates one directory (not its parents) with mode 0777 unreduced by the umask.
+    /// Creates one directory (not its parents), readable and writable by the user alone.
     /// False for an empty path, on failure, and when it exists already.
     virtual bool create_dir(const std::string& path) = 0;
 

@@ -21,9 +21,8 @@ function(hueloom_add_fuzz_libraries)
     ${dir}/harness/scratch_dir.cpp
     ${dir}/harness/theme_compare.cpp
     ${dir}/seeds/seed_catalog.cpp)
-  # hueloom_ofx for the state text bridge; the OFX entry points in it are never referenced.
   target_link_libraries(hueloom_fuzz_support PUBLIC
-    hueloom_effect hueloom_gui hueloom_presets hueloom_web_client hueloom_ofx rapidjson fmt::fmt)
+    hueloom_effect hueloom_presets hueloom_web_client rapidjson fmt::fmt)
 
   set(bodies ${dir}/fuzz_targets.cpp ${dir}/harness/lut_checks.cpp ${dir}/harness/state_checks.cpp)
   foreach(name ${HUELOOM_FUZZ_TARGETS})

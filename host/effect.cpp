@@ -135,7 +135,7 @@ OfxPropertySetHandle effect::lend_image(clip& c, OfxTime time)
     p.define_string(kOfxImageEffectPropPixelDepth, {claims.pixel_depth.value_or(depth_name(img->depth()))});
     p.define_string(kOfxImageEffectPropComponents, {kOfxImageComponentRGBA});
     p.define_string(kOfxImageEffectPropPreMultiplication, {img->premultiplication});
-    p.define_double(kOfxImageEffectPropRenderScale, {img->render_scale[0], img->render_scale[1]});
+    p.define_double(kOfxImageEffectPropRenderScale, {render_scale_[0], render_scale_[1]});
     p.define_double(kOfxImagePropPixelAspectRatio, {img->pixel_aspect_ratio});
     p.define_string(kOfxImagePropField, {img->field});
     const std::string id = img->unique_id.empty()

@@ -9,6 +9,7 @@
 #include "host/param_set.h"
 #include "host/property_set.h"
 
+#include <array>
 #include <atomic>
 #include <map>
 #include <memory>
@@ -48,6 +49,9 @@ public:
     /// The instance's current time: what paramGetValue and paramSetValue use.
     void set_time(OfxTime time) { time_ = time; }
     OfxTime time() const { return time_; }
+    /// The scale renders run at (below 1 in proxy mode); lent images carry it.
+    void set_render_scale(std::array<double, 2> scale) { render_scale_ = scale; }
+    std::array<double, 2> render_scale() const { return render_scale_; }
 
     /// What abort() answers: never (the default), always, or yes once `calls` calls have been
     /// answered no. Both restart the count of abort calls.
@@ -74,6 +78,7 @@ private:
     effect_role role_;
     std::string context_;
     OfxTime time_ = 0.0;
+    std::array<double, 2> render_scale_{1.0, 1.0};
     property_set props_;
     param_set params_;
     std::vector<std::unique_ptr<clip>> clips_;

@@ -55,7 +55,7 @@ void describe_host(property_set& p)
     p.define_string(kOfxImageEffectPropSupportedContexts,
                     {kOfxImageEffectContextFilter, kOfxImageEffectContextGeneral, kOfxImageEffectContextGenerator});
     p.define_string(kOfxImageEffectPropSupportedPixelDepths, {kOfxBitDepthByte, kOfxBitDepthShort, kOfxBitDepthFloat});
-    p.define_int(kOfxImageEffectPropSupportsMultipleClipDepths, {0});
+    p.define_int(kOfxImageEffectPropSupportsMultipleClipDepths, {1});
     p.define_int(kOfxImageEffectPropSupportsMultipleClipPARs, {0});
     p.define_int("OfxImageEffectPropSetableFrameRate", {0});
     p.define_int("OfxImageEffectPropSetableFielding", {0});

@@ -2,6 +2,8 @@
 
 #include "host/status.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 
@@ -117,5 +119,21 @@ std::vector<std::uint8_t> image::padding_bytes() const
 }
 
 void image::fill_bytes(std::uint8_t value) { std::memset(storage_.data(), value, storage_.size()); }
+
+void image::copy_pixels_from(const image& from)
+{
+    if (from.depth_ != depth_) throw host_error("copying pixels between images of different depths");
+    const OfxRectI a = bounds_, b = from.bounds_;
+    for (int y = std::max(a.y1, b.y1); y < std::min(a.y2, b.y2); ++y) {
+        for (int x = std::max(a.x1, b.x1); x < std::min(a.x2, b.x2); ++x)
+            std::memcpy(pixel_address(x, y), from.address(x, y), static_cast<std::size_t>(pixel_bytes()));
+    }
+}
+
+OfxRectI scaled_bounds(OfxRectI full, double scale)
+{
+    return {static_cast<int>(std::floor(full.x1 * scale)), static_cast<int>(std::floor(full.y1 * scale)),
+            static_cast<int>(std::ceil(full.x2 * scale)), static_cast<int>(std::ceil(full.y2 * scale))};
+}
 
 }  // namespace ofxhost

@@ -55,7 +55,6 @@ public:
         std::optional<OfxRectI> bounds;
     } claims;
     double pixel_aspect_ratio = 1.0;
-    std::array<double, 2> render_scale{1.0, 1.0};
 
     /// The address of pixel (x, y) in bounds coordinates; throws host_error outside the bounds.
     void* pixel_address(int x, int y);
@@ -71,6 +70,8 @@ public:
     std::vector<std::uint8_t> padding_bytes() const;
     /// Sets every byte of the buffer, padding included.
     void fill_bytes(std::uint8_t value);
+    /// Copies the pixels of `from` that lie inside these bounds; both of one depth.
+    void copy_pixels_from(const image& from);
 
 private:
     std::uint8_t* base() { return storage_.data(); }
@@ -82,5 +83,9 @@ private:
     std::ptrdiff_t first_row_offset_;
     std::vector<std::uint8_t> storage_;
 };
+
+/// Bounds of an image of `full` bounds rendered at `scale` (proxy mode): scaled, widened to
+/// whole pixels.
+OfxRectI scaled_bounds(OfxRectI full, double scale);
 
 }  // namespace ofxhost

@@ -3,6 +3,8 @@
 #include "host/status.h"
 #include "ofx/api/ofx_image_effect.h"
 
+#include <algorithm>
+
 namespace ofxhost {
 
 instance::instance(std::shared_ptr<library> lib, OfxPlugin* record, std::unique_ptr<effect> fx)
@@ -18,7 +20,6 @@ instance& instance::operator=(instance&& other) noexcept
         record_ = other.record_;
         fx_ = std::move(other.fx_);
         alive_ = other.alive_;
-        render_scale_ = other.render_scale_;
     }
     return *this;
 }
@@ -49,19 +50,44 @@ void instance::set_clip_image(const std::string& clip_name, std::shared_ptr<imag
     clip(clip_name).attach(std::move(img));
 }
 
+namespace {
+
+// Hosts give every clip the same depth unless the plug-in declared that it takes several.
+void check_clip_depths(effect& fx)
+{
+    const property_set& props = fx.properties();
+    if (props.has(kOfxImageEffectPropSupportsMultipleClipDepths) &&
+        props.get_int(kOfxImageEffectPropSupportsMultipleClipDepths) != 0)
+        return;
+    std::string first;
+    for (const auto& c : fx.clips()) {
+        if (!c->attached()) continue;
+        const std::string depth = depth_name(c->attached()->depth());
+        if (first.empty()) first = depth;
+        if (depth != first) {
+            throw host_error("the plug-in takes all clips at one depth, but clip " + c->name() + " is " + depth +
+                             " and another " + first);
+        }
+    }
+}
+
+}  // namespace
+
 OfxStatus instance::render(OfxTime time, OfxRectI window)
 {
+    check_clip_depths(*fx_);
+    const std::array<double, 2> scale = fx_->render_scale();
     property_set sequence(set_access::read_only);
     sequence.define_double(kOfxImageEffectPropFrameRange, {time, time});
     sequence.define_double("OfxImageEffectPropFrameStep", {1.0});
     sequence.define_int(kOfxPropIsInteractive, {0});
-    sequence.define_double(kOfxImageEffectPropRenderScale, {render_scale_[0], render_scale_[1]});
+    sequence.define_double(kOfxImageEffectPropRenderScale, {scale[0], scale[1]});
 
     property_set args(set_access::read_only);
     args.define_double(kOfxPropTime, {time});
     args.define_string(kOfxImageEffectPropFieldToRender, {kOfxImageFieldNone});
     args.define_int(kOfxImageEffectPropRenderWindow, {window.x1, window.y1, window.x2, window.y2});
-    args.define_double(kOfxImageEffectPropRenderScale, {render_scale_[0], render_scale_[1]});
+    args.define_double(kOfxImageEffectPropRenderScale, {scale[0], scale[1]});
     args.define_int("OfxImageEffectPropSequentialRenderStatus", {0});
     args.define_int("OfxImageEffectPropInteractiveRenderStatus", {0});
     args.define_int("OfxImageEffectPropRenderQualityDraft", {0});
@@ -70,6 +96,26 @@ OfxStatus instance::render(OfxTime time, OfxRectI window)
     if (begin != kOfxStatOK && begin != kOfxStatReplyDefault) return begin;
     const OfxStatus st = call_action(kOfxImageEffectActionRender, args.handle(), nullptr);
     call_action(kOfxImageEffectActionEndSequenceRender, sequence.handle(), nullptr);
+    return st;
+}
+
+OfxStatus instance::render_tiles(OfxTime time, const std::shared_ptr<image>& output, int tile_width,
+                                 int tile_height)
+{
+    if (tile_width < 1 || tile_height < 1) throw host_error("tiles must be at least one pixel");
+    const OfxRectI b = output->bounds();
+    OfxStatus st = kOfxStatOK;
+    for (int y = b.y1; y < b.y2 && st == kOfxStatOK; y += tile_height) {
+        for (int x = b.x1; x < b.x2 && st == kOfxStatOK; x += tile_width) {
+            const OfxRectI tile{x, y, std::min(x + tile_width, b.x2), std::min(y + tile_height, b.y2)};
+            auto piece = std::make_shared<image>(output->depth(), tile);
+            piece->copy_pixels_from(*output);
+            set_clip_image(kOfxImageEffectOutputClipName, piece);
+            st = render(time, tile);
+            output->copy_pixels_from(*piece);
+        }
+    }
+    set_clip_image(kOfxImageEffectOutputClipName, output);
     return st;
 }
 
@@ -83,7 +129,7 @@ OfxStatus instance::param_changed(const std::string& name, const char* reason)
     args.define_string(kOfxPropName, {name});
     args.define_string(kOfxPropChangeReason, {reason});
     args.define_double(kOfxPropTime, {time()});
-    args.define_double(kOfxImageEffectPropRenderScale, {render_scale_[0], render_scale_[1]});
+    args.define_double(kOfxImageEffectPropRenderScale, {fx_->render_scale()[0], fx_->render_scale()[1]});
 
     call_action(kOfxActionBeginInstanceChanged, bracket.handle(), nullptr);
     const OfxStatus st = call_action(kOfxActionInstanceChanged, args.handle(), nullptr);

@@ -36,7 +36,9 @@ public:
 
     void set_time(OfxTime time) { fx_->set_time(time); }
     OfxTime time() const { return fx_->time(); }
-    void set_render_scale(double x, double y) { render_scale_ = {x, y}; }
+    /// Renders from now on run at this scale, with images that the test makes to match
+    /// (scaled_bounds); 1 is full size, 0.5 a half-size proxy.
+    void set_render_scale(double x, double y) { fx_->set_render_scale({x, y}); }
     /// Attaches an image to a clip (null detaches); throws host_error for an unknown clip.
     void set_clip_image(const std::string& clip_name, std::shared_ptr<image> img);
     void set_abort(bool aborting) { fx_->set_abort(aborting); }
@@ -45,8 +47,13 @@ public:
     int outstanding_images() const { return fx_->outstanding_images(); }
 
     /// Begin sequence, render of one frame, end sequence; the render's status, or the begin
-    /// action's when that failed.
+    /// action's when that failed. Throws host_error when Source and Output differ in depth
+    /// and the plug-in didn't declare that it takes clips of several depths.
     OfxStatus render(OfxTime time, OfxRectI window);
+    /// Renders `output`'s bounds tile by tile, as a host with tiled images does: each tile is
+    /// an output image of its own, `tile_width` x `tile_height` at most, copied into `output`
+    /// when rendered. The first status that isn't kOfxStatOK ends it and is returned.
+    OfxStatus render_tiles(OfxTime time, const std::shared_ptr<image>& output, int tile_width, int tile_height);
     /// OfxActionInstanceChanged for a parameter, inside the begin/end bracket, at the current
     /// time; the status of OfxActionInstanceChanged. Throws host_error for an unknown name.
     OfxStatus param_changed(const std::string& name, const char* reason = kOfxChangeUserEdited);
@@ -69,7 +76,6 @@ private:
     OfxPlugin* record_ = nullptr;
     std::unique_ptr<effect> fx_;
     bool alive_ = true;
-    std::array<double, 2> render_scale_{1.0, 1.0};
 };
 
 }  // namespace ofxhost

@@ -18,7 +18,28 @@ OfxStatus plugin::call_action(const char* action, const void* handle, OfxPropert
 
 OfxStatus plugin::load() { return call_action(kOfxActionLoad, nullptr, nullptr, nullptr); }
 
-OfxStatus plugin::unload() { return call_action(kOfxActionUnload, nullptr, nullptr, nullptr); }
+OfxStatus plugin::unload()
+{
+    const OfxStatus st = call_action(kOfxActionUnload, nullptr, nullptr, nullptr);
+    descriptor_.reset();
+    contexts_.clear();
+    return st;
+}
+
+plugin_info plugin::scan()
+{
+    const auto fail = [&](const char* action, OfxStatus st) {
+        return host_error(identifier() + ": " + action + " failed with " + status_name(st));
+    };
+    if (OfxStatus st = load(); !succeeded(st)) throw fail(kOfxActionLoad, st);
+    if (OfxStatus st = describe(); !succeeded(st)) {
+        unload();
+        throw fail(kOfxActionDescribe, st);
+    }
+    plugin_info info = info_without_contexts();
+    unload();
+    return info;
+}
 
 OfxStatus plugin::describe()
 {

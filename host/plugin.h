@@ -1,6 +1,8 @@
 // One plug-in of a bundle, driven the way a host drives it: Load, Describe, DescribeInContext
 // for each context, then instances. Describing makes fresh descriptors each time; an instance
-// is made from the descriptor of its context, which is described on demand.
+// is made from the descriptor of its context, which is described on demand. Hosts scan their
+// plug-ins at start-up (Load, Describe, Unload), keep what they learnt, and load a plug-in
+// again when it is first used; the same binary may go through that any number of times.
 #pragma once
 
 #include "host/description.h"
@@ -35,7 +37,12 @@ public:
                           OfxPropertySetHandle out_args);
 
     OfxStatus load();
+    /// OfxActionUnload. The descriptors go with it, as a host forgets the handles of a plug-in
+    /// it unloaded; what they said lives on in any plugin_info taken before.
     OfxStatus unload();
+    /// A host's scan at start-up: Load, Describe, Unload; the description it caches. Throws
+    /// host_error naming the action that failed.
+    plugin_info scan();
     /// OfxActionDescribe on a new descriptor.
     OfxStatus describe();
     /// OfxImageEffectActionDescribeInContext on a new descriptor for the context, which starts

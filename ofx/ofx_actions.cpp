@@ -65,19 +65,29 @@ OfxStatus action_load()
     return s.has_required() ? kOfxStatOK : kOfxStatErrMissingHostFeature;
 }
 
+OfxStatus action_unload()
+{
+    auto& state = ofx_plugin_state::get();
+    if (const size_t alive = state.instance_count(); alive != 0)
+        log("OfxActionUnload with {0} instances still alive; they stay", alive);
+    state.unload();
+    return kOfxStatOK;
+}
+
 OfxStatus action_describe(OfxImageEffectHandle effect)
 {
     auto& state = ofx_plugin_state::get();
-    if (!state.prototype)
+    const std::shared_ptr<icomponent_v1> prototype = state.described_prototype();
+    if (!prototype)
         return kOfxStatFailed;
-    state.prototype->initialize(std::make_shared<ofx_host_interface>(state.prototype));
 
     const host_suites& s = state.suites;
     OfxPropertySetHandle props = nullptr;
     s.effect->getPropertySet(effect, &props);
-    const std::string label = state.prototype->get_name();
-    const std::string grouping = state.prototype->get_vendor();
-    s.property->propSetInt(props, kOfxImageEffectPropSupportsMultipleClipDepths, 0, 0);
+    const std::string label = prototype->get_name();
+    const std::string grouping = prototype->get_vendor();
+    // The render path reads and writes each image at its own depth.
+    s.property->propSetInt(props, kOfxImageEffectPropSupportsMultipleClipDepths, 0, 1);
     s.property->propSetString(props, kOfxImageEffectPropSupportedPixelDepths, 0, kOfxBitDepthFloat);
     s.property->propSetString(props, kOfxPropLabel, 0, label.c_str());
     s.property->propSetString(props, kOfxImageEffectPluginPropGrouping, 0, grouping.c_str());
@@ -94,9 +104,11 @@ OfxStatus action_describe_in_context(OfxImageEffectHandle effect)
         s.effect->clipDefine(effect, clip, &props);
         s.property->propSetString(props, kOfxImageEffectPropSupportedComponents, 0, kOfxImageComponentRGBA);
     }
-    if (!state.prototype)
+    // A host that cached its Describe may come straight here after a reload.
+    const std::shared_ptr<icomponent_v1> prototype = state.described_prototype();
+    if (!prototype)
         return kOfxStatFailed;
-    DefineParameters(s, effect, state.prototype);
+    DefineParameters(s, effect, prototype);
     return kOfxStatOK;
 }
 

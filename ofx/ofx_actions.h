@@ -6,6 +6,7 @@
 namespace vl1 {
 
 OfxStatus action_load();
+OfxStatus action_unload();
 OfxStatus action_describe(OfxImageEffectHandle effect);
 OfxStatus action_describe_in_context(OfxImageEffectHandle effect);
 OfxStatus action_create_instance(OfxImageEffectHandle effect);
@@ -15,5 +16,6 @@ OfxStatus action_destroy_instance(OfxImageEffectHandle effect);
 /// parameter writes, used to write what it refused during a render. Answers "reply default".
 OfxStatus action_write_pending(OfxImageEffectHandle effect);
 OfxStatus action_render(OfxImageEffectHandle effect, OfxPropertySetHandle in_args);
+OfxStatus action_is_identity(OfxImageEffectHandle effect, OfxPropertySetHandle in_args, OfxPropertySetHandle out_args);
 
 }  // namespace vl1

@@ -13,11 +13,13 @@
 namespace vl1 {
 namespace {
 
-OfxStatus dispatch(const char* action, const void* handle, OfxPropertySetHandle in_args)
+OfxStatus dispatch(const char* action, const void* handle, OfxPropertySetHandle in_args, OfxPropertySetHandle out_args)
 {
     auto effect = static_cast<OfxImageEffectHandle>(const_cast<void*>(handle));
     if (std::strcmp(action, kOfxActionLoad) == 0)
         return action_load();
+    if (std::strcmp(action, kOfxActionUnload) == 0)
+        return action_unload();
 
     using action_fn = OfxStatus (*)(OfxImageEffectHandle, OfxPropertySetHandle);
     static const struct {
@@ -29,6 +31,7 @@ OfxStatus dispatch(const char* action, const void* handle, OfxPropertySetHandle 
         {kOfxImageEffectActionDescribeInContext,
          [](OfxImageEffectHandle e, OfxPropertySetHandle) { return action_describe_in_context(e); }},
         {kOfxImageEffectActionRender, action_render},
+        {kOfxImageEffectActionIsIdentity, nullptr},  // the one action that answers in out_args
         {kOfxActionInstanceChanged, action_instance_changed},
         {kOfxActionSyncPrivateData, [](OfxImageEffectHandle e, OfxPropertySetHandle) { return action_write_pending(e); }},
         {kOfxActionBeginInstanceChanged,
@@ -49,13 +52,13 @@ OfxStatus dispatch(const char* action, const void* handle, OfxPropertySetHandle 
             log("OFX action {0} without an effect handle", action);
             return kOfxStatErrBadHandle;
         }
-        return entry.run(effect, in_args);
+        return entry.run ? entry.run(effect, in_args) : action_is_identity(effect, in_args, out_args);
     }
     return kOfxStatReplyDefault;
 }
 
 OfxStatus main_entry(const char* action, const void* handle, OfxPropertySetHandle in_args,
-                     OfxPropertySetHandle /*out_args*/)
+                     OfxPropertySetHandle out_args)
 {
     try {
         if (action == nullptr) {
@@ -63,7 +66,7 @@ OfxStatus main_entry(const char* action, const void* handle, OfxPropertySetHandl
             return kOfxStatErrBadHandle;
         }
         log("OFX action received: {0}", action);
-        return dispatch(action, handle, in_args);
+        return dispatch(action, handle, in_args, out_args);
     } catch (const std::bad_alloc&) {
         log_text("OFX Plugin Memory error.");
         return kOfxStatErrMemory;

@@ -2,6 +2,9 @@
 
 #include <random>
 
+#include "framework/component_factory.h"
+#include "ofx/ofx_host_interface.h"
+
 namespace vl1 {
 
 ofx_plugin_state& ofx_plugin_state::get()
@@ -9,6 +12,25 @@ ofx_plugin_state& ofx_plugin_state::get()
     // Never destroyed: a host may still call into the bundle while static destructors run.
     static auto* state = new ofx_plugin_state;
     return *state;
+}
+
+std::shared_ptr<icomponent_v1> ofx_plugin_state::described_prototype()
+{
+    if (!prototype)
+        return nullptr;
+    if (!prototype_initialised) {
+        // Set first: a prototype whose initialisation threw is not initialised twice.
+        prototype_initialised = true;
+        prototype->initialize(std::make_shared<ofx_host_interface>(prototype));
+    }
+    return prototype;
+}
+
+void ofx_plugin_state::unload()
+{
+    suites = host_suites{};
+    prototype.reset(create_ccomponent());
+    prototype_initialised = false;
 }
 
 uint64_t ofx_plugin_state::make_token()

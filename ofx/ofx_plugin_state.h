@@ -33,6 +33,13 @@ public:
     host_suites suites;
     std::shared_ptr<icomponent_v1> prototype;
 
+    /// The prototype with its parameters built: initialised at the first describing action
+    /// after a load and kept, so that describing again adds nothing. Null without a prototype.
+    std::shared_ptr<icomponent_v1> described_prototype();
+    /// "OfxActionUnload": forgets the suites and starts a fresh prototype, so that the next
+    /// load finds the adapter as the first one did. Instances the host left alive stay.
+    void unload();
+
     /// Adds an entry under a fresh token, unique among the live instances of this process.
     uint64_t add_instance(std::shared_ptr<ofx_instance_data> record, std::shared_ptr<icomponent_v1> component);
     /// The entry of `token`; empty pointers if there is none.
@@ -46,6 +53,8 @@ public:
 
 private:
     uint64_t make_token();
+
+    bool prototype_initialised = false;
 
     mutable std::mutex table_mutex;  // renders of other instances may look up concurrently
     std::map<uint64_t, instance_entry> instances;

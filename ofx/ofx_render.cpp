@@ -31,7 +31,7 @@ void render_pixels(icomponent_v1& component, const host_suites& s, const OfxRect
     log_text("Notify event_render_setup");
     component.notify(event(event_render_setup));
     log("OFX Render {0} {1} {2} ", w, h, static_cast<int32_t>((h << 16) + (w & 0x7fff) * 2 + 1));
-    render_window_rows(component, window, src, dst, render_arena());
+    render_window_rows(component, window, src, dst, render_arena(s.thread_limit()));
     log_text("Notify event_render");
     component.notify(event(event_render));
     log_text("Notify event_render_setdown");

@@ -1,18 +1,29 @@
 #include "ofx/ofx_render_rows.h"
 
 #include <tbb/blocked_range.h>
+#include <tbb/info.h>
 #include <tbb/parallel_for.h>
 
 #include <algorithm>
+#include <map>
+#include <mutex>
 
 #include "ofx/ofx_pixel_io.h"
 #include "ofx/thread_annotations.h"
 
 namespace vl1 {
 
-tbb::task_arena& render_arena()
+tbb::task_arena& render_arena(unsigned max_threads)
 {
-    static auto* arena = new tbb::task_arena(tbb::task_arena::automatic, 1, tbb::task_arena::priority::high);
+    const unsigned cores = static_cast<unsigned>(std::max(1, tbb::info::default_concurrency()));
+    const unsigned limit = max_threads == 0 ? cores : std::min(max_threads, cores);
+    // At most one arena per core count; never destroyed, as renders may run until exit.
+    static std::mutex mutex;
+    static auto* arenas = new std::map<unsigned, tbb::task_arena*>;
+    std::lock_guard lock(mutex);
+    tbb::task_arena*& arena = (*arenas)[limit];
+    if (arena == nullptr)
+        arena = new tbb::task_arena(static_cast<int>(limit), 1, tbb::task_arena::priority::high);
     return *arena;
 }
 

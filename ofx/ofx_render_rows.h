@@ -26,8 +26,10 @@ irow_processor_v1* find_row_processor(icomponent_v1& component);
 void render_window_rows(icomponent_v1& component, const OfxRectI& window, const ofx_image_view& src,
                         const ofx_image_view& dst, tbb::task_arena& arena);
 
-/// The arena of the render action: all threads, high priority, ahead of whatever else the
-/// process has queued on TBB. Made at first use and kept for the life of the process.
-tbb::task_arena& render_arena();
+/// The arena of the render action for a host that lets a render take `max_threads` threads,
+/// the host's own calling thread among them; 0 stands for all cores, and so does any number
+/// beyond them. High priority, ahead of whatever else the process has queued on TBB. One
+/// arena per limit, made at first use and kept for the life of the process.
+tbb::task_arena& render_arena(unsigned max_threads = 0);
 
 }  // namespace vl1

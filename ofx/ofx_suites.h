@@ -1,5 +1,6 @@
-// The host's suites as fetched at "OfxActionLoad". Only the image-effect, property and
-// parameter suites are called; the other four are kept and nothing more.
+// The host's suites as fetched at "OfxActionLoad". The image-effect, property and parameter
+// suites do the work; of the multi-thread suite only the number of CPUs is asked, and the
+// memory, message and interact suites are kept and nothing more.
 #pragma once
 
 #include "ofx/api/ofx_core.h"
@@ -23,6 +24,17 @@ struct host_suites {
 
     /// The three suites every action after "OfxActionLoad" relies on.
     bool has_required() const { return effect && property && parameter; }
+
+    /// The threads the host lets one render take (multiThreadNumCPUs); 0 when the host has no
+    /// multi-thread suite or gives no usable answer, which leaves the choice to us.
+    unsigned thread_limit() const
+    {
+        unsigned cpus = 0;
+        if (multi_thread == nullptr || multi_thread->multiThreadNumCPUs == nullptr ||
+            multi_thread->multiThreadNumCPUs(&cpus) != kOfxStatOK)
+            return 0;
+        return cpus;
+    }
 };
 
 }  // namespace vl1

@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   build-essential cmake pkg-config git
-  libcurl4-openssl-dev rapidjson-dev libfmt-dev libsodium-dev libtbb-dev
+  libcurl4-openssl-dev rapidjson-dev libfmt-dev libsodium-dev libtbb-dev libfpzip-dev libzstd-dev
   libfltk1.3-dev libxcursor-dev libxinerama-dev libcairo2-dev liblcms2-dev
   fonts-dejavu-core
   libopenimageio-dev openimageio-tools

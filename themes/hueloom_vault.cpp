@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include "framework/cutils_linux.h"
 #include "framework/iutils.h"
 #include "framework/localize.h"
 #include "framework/log.h"
@@ -95,8 +96,7 @@ bool hueloom_vault::store_theme_in_appdata(std::shared_ptr<const hueloom_theme_v
         log("Theme {:08x} not stored: there is no home directory", theme->uid);
         return false;
     }
-    std::error_code error;
-    fs::create_directories(fs::path(path).parent_path(), error);
+    create_private_folders(fs::path(path).parent_path().string());
     std::string problem;
     if (!write_theme_file_atomically(*theme, path, problem)) {
         log("Theme {:08x} not stored: {}", theme->uid, problem);

@@ -6,6 +6,7 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
 #include <filesystem>
@@ -156,12 +157,33 @@ uint32_t read_or_make_uid(const json_value& root, uint32_t version, const std::s
     return hueloom_theme_file_serializer_v1::hexToUnsignedInt(std::string(uid->GetString(), uid->GetStringLength()));
 }
 
+// A file that theme.json names must lie inside the theme folder: a name that climbs out of it
+// ("../", an absolute path, a link that points elsewhere) could make a shared theme folder read
+// any file of the user who imports it.
+void require_inside_folder(const fs::path& folder, const std::string& name)
+{
+    const fs::path relative = fs::path(name).lexically_normal();
+    bool climbs = relative.is_absolute() || relative.has_root_name() || relative.has_root_directory() ||
+                  (!relative.empty() && *relative.begin() == "..");
+    std::error_code error;
+    const fs::path base = fs::weakly_canonical(folder, error);
+    const fs::path target = fs::weakly_canonical(folder / relative, error);
+    if (!climbs && !error) {
+        const auto [base_end, target_at] = std::mismatch(base.begin(), base.end(), target.begin(), target.end());
+        climbs = base_end != base.end();
+    }
+    if (climbs)
+        throw import_failed{theme_import_failure::file_outside_folder, name};
+}
+
 std::vector<uint8_t> read_background(const fs::path& folder, const json_value& root)
 {
     const json_value& wheel = require_member(root, "wheel", "");
     if (!wheel.IsObject())
         wrong_shape("\"wheel\"", "an object");
-    const fs::path path = folder / require_string(wheel, "background", "\"wheel\"");
+    const std::string name = require_string(wheel, "background", "\"wheel\"");
+    require_inside_folder(folder, name);
+    const fs::path path = folder / name;
 
     // A background that doesn't exist at all is not one of the table's failures and ends as an
     // unexpected error; the table's text is for a file that exists but is empty or unreadable.
@@ -177,6 +199,7 @@ std::vector<uint8_t> read_background(const fs::path& folder, const json_value& r
 
 std::shared_ptr<const lut_argb<32>> load_lut(const fs::path& folder, const std::string& name)
 {
+    require_inside_folder(folder, name);
     std::shared_ptr<const lut_argb<32>> lut = load_lut_from_file_or_resource(path_text(folder), name);
     if (!lut)
         throw import_failed{theme_import_failure::lut_unreadable, name};

@@ -36,9 +36,11 @@ constexpr failure_texts texts[] = {
      "Fehler beim Laden einer LUT aus der Datei oder Ressource'{0}'."},
     {"Theme is not self-consistent. Please check the angle values.",
      "Die Theme ist nicht schlüssig. Überprüfen Sie bitte die Winkelzahlen."},
+    {"The file '{0}' named in theme.json lies outside the theme folder; name a file inside it.",
+     "Die Datei '{0}' aus theme.json liegt außerhalb des Theme-Ordners; bitte eine Datei darin angeben."},
 };
 
-static_assert(std::size(texts) == static_cast<std::size_t>(theme_import_failure::not_self_consistent));
+static_assert(std::size(texts) == static_cast<std::size_t>(theme_import_failure::file_outside_folder));
 
 }  // namespace
 

@@ -5,7 +5,8 @@
 
 namespace vl1 {
 
-/// In the order in which the import meets them.
+/// In the order in which the import meets them; file_outside_folder, met with the background
+/// or a LUT, came later.
 enum class theme_import_failure {
     theme_json_unreadable = 1,  // {0}: path of theme.json
     theme_json_read_error,      // {0}: the folder
@@ -18,6 +19,7 @@ enum class theme_import_failure {
     background_unreadable,      // {0}: path of the background image
     lut_unreadable,             // {0}: the LUT's name in theme.json
     not_self_consistent,
+    file_outside_folder,        // {0}: the file's name in theme.json
 };
 
 /// Both texts of `failure` with {0} replaced by `argument` (ignored by texts without it).

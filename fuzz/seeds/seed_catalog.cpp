@@ -10,7 +10,7 @@
 
 #include "fuzz/harness/fuzz_component.h"
 #include "fuzz/harness/fuzz_themes.h"
-#include "ofx/ofx_state_bridge.h"
+#include "framework/state_text.h"
 #include "presets/preset_writer.h"
 #include "themes/byte_order.h"
 #include "themes/hueloom_theme_file_serializer_v1.h"
@@ -150,10 +150,13 @@ std::vector<named_seed> state_text_seeds()
 {
     const hueloom_theme_v1 foreign = sample_theme(0x0f0e0d0c, "Only in the project", 2, true);
     const std::vector<uint8_t> with_foreign = effect_state(&foreign);
+    const auto effect = make_effect_component();
     return {
-        {"state_foreign_theme.txt", to_bytes(encode_state_text(with_foreign))},
-        {"state_base_only.txt", to_bytes(encode_state_text(head_of(with_foreign, base_state_size())))},
-        {"state_base_and_flag.txt", to_bytes(encode_state_text(head_of(with_foreign, base_state_size() + 1)))},
+        {"state_foreign_theme.txt", to_bytes(encode_state_text(with_foreign, effect->float_grids(with_foreign)))},
+        {"state_no_theme.txt", to_bytes(encode_state_text(effect_state(nullptr)))},
+        {"state_foreign_theme_plain.txt", to_bytes(plain_state_text(with_foreign))},
+        {"state_base_only.txt", to_bytes(plain_state_text(head_of(with_foreign, base_state_size())))},
+        {"state_base_and_flag.txt", to_bytes(plain_state_text(head_of(with_foreign, base_state_size() + 1)))},
     };
 }
 

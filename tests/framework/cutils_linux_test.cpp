@@ -35,20 +35,33 @@ bool contains(const std::vector<std::string>& v, const std::string& s)
     return std::find(v.begin(), v.end(), s) != v.end();
 }
 
-TEST(LinuxUtils, CreateDirIgnoresTheUmaskAndRestoresIt)
+TEST(LinuxUtils, FoldersAreTheUsersAloneAndTheUmaskStays)
 {
     auto& utils = iutils::get_instance();
     const fs::path base = hueloom_test::make_temp_dir("dirs");
+    const auto mode_of = [](const fs::path& p) {
+        struct stat st{};
+        EXPECT_EQ(stat(p.c_str(), &st), 0) << p;
+        return st.st_mode & 07777;
+    };
     const mode_t old = umask(022);
     EXPECT_TRUE(utils.create_dir((base / "made").string()));
-    EXPECT_EQ(umask(old), 022);
-    struct stat st{};
-    ASSERT_EQ(stat((base / "made").c_str(), &st), 0);
-    EXPECT_EQ(st.st_mode & 0777, 0777u);
-
+    EXPECT_EQ(mode_of(base / "made"), 0700u);
     EXPECT_FALSE(utils.create_dir((base / "made").string()));  // exists already
     EXPECT_FALSE(utils.create_dir((base / "no" / "parent").string()));
     EXPECT_FALSE(utils.create_dir(""));
+
+    // Parents too; a folder that exists keeps its mode.
+    fs::create_directory(base / "open");
+    chmod((base / "open").c_str(), 0755);
+    EXPECT_TRUE(create_private_folders((base / "open" / "a" / "b").string()));
+    EXPECT_EQ(mode_of(base / "open"), 0755u);
+    EXPECT_EQ(mode_of(base / "open" / "a"), 0700u);
+    EXPECT_EQ(mode_of(base / "open" / "a" / "b"), 0700u);
+    EXPECT_TRUE(create_private_folders((base / "open" / "a").string()));
+    write_file(base / "file", "x");
+    EXPECT_FALSE(create_private_folders((base / "file" / "sub").string()));
+    EXPECT_EQ(umask(old), 022);
 }
 
 TEST(LinuxUtils, CommonDirectoryLiesInHome)
@@ -56,6 +69,9 @@ TEST(LinuxUtils, CommonDirectoryLiesInHome)
     const std::string common = iutils::get_instance().get_common_directory();
     EXPECT_EQ(fs::path(common), hueloom_test::home_dir() / "Varnlight");
     EXPECT_TRUE(fs::is_directory(common));
+    struct stat st{};
+    ASSERT_EQ(stat(common.c_str(), &st), 0);
+    EXPECT_EQ(st.st_mode & 07777, 0700u);
     EXPECT_EQ(iutils::get_instance().get_common_directory(), common);
 }
 

@@ -1,12 +1,15 @@
-// `hueloom-host describe`, run as a process: its listing, its errors and its exit codes.
+// `hueloom-host describe`, run as a process: its listing, its errors and its exit codes; and
+// run twice in one process against the real bundle, which stays loaded in between.
 #include "tests/host/host_test_support.h"
 #include "tests/support/test_paths.h"
+#include "tools/hueloom_host/describe_command.h"
 
 #include <sys/wait.h>
 
 #include <cstdio>
 #include <fstream>
 #include <sstream>
+#include <string_view>
 
 namespace {
 
@@ -61,6 +64,10 @@ TEST(describe_tool, ReadsOfxPluginPathWhenNoPathIsGiven)
     const run_result r = run_tool("describe", "OFX_PLUGIN_PATH='" + host_test::fixture_dir().string() + "'");
     EXPECT_EQ(r.exit_code, 0) << r.err;
     EXPECT_TRUE(contains(r.out, "org.hueloom.test.fixture"));
+
+    // Without either, it looks where hueloom-render looks: the build's own plug-in folder too.
+    const run_result plain = run_tool("describe", "env -u OFX_PLUGIN_PATH");
+    EXPECT_TRUE(contains(plain.out, "Plug-in 0: com.varnlight.hueloomofx version 1.3")) << plain.out << plain.err;
 }
 
 TEST(describe_tool, BrokenBundlesAreReportedAndTheRestStillListed)
@@ -85,6 +92,23 @@ TEST(describe_tool, UsageErrorsAndEmptyFolders)
     const run_result r = run_tool("describe '" + empty.string() + "'");
     EXPECT_EQ(r.exit_code, 1);
     EXPECT_TRUE(contains(r.err, "no OFX bundles found in " + empty.string())) << r.err;
+}
+
+int occurrences(const std::string& text, std::string_view part)
+{
+    int n = 0;
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++n;
+    return n;
+}
+
+TEST(describe_tool, TwiceInOneProcessListsTheBundleTheSameWay)
+{
+    std::ostringstream first, second, err;
+    EXPECT_EQ(hueloom_host::describe_bundles({hueloom_test::plugin_dir()}, first, err), 0) << err.str();
+    EXPECT_EQ(hueloom_host::describe_bundles({hueloom_test::plugin_dir()}, second, err), 0) << err.str();
+    EXPECT_EQ(second.str(), first.str());
+    for (const char* name : {"binaryStateParam ", "Global Bypass ", "Luminance "})
+        EXPECT_EQ(occurrences(first.str(), name), 1) << name << " in\n" << first.str();
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ const char* const suite_calls[] = {
     "clipReleaseImage", "abort",          "propSetString",      "propSetInt",     "propSetDouble",
     "propSetPointer", "propGetPointer",  "propGetString",      "propGetDouble",  "propGetInt",
     "propGetIntN",    "paramDefine",     "paramGetHandle",     "paramGetPropertySet", "paramGetValue",
-    "paramGetValueAtTime", "paramSetValue", "paramSetValueAtTime", "paramGetNumKeys",
+    "paramGetValueAtTime", "paramSetValue", "paramSetValueAtTime", "paramGetNumKeys", "multiThreadNumCPUs",
 };
 
 bool is_ofx_status(OfxStatus s)
@@ -75,6 +75,25 @@ TEST(bundle_hostile, EverySuiteCallFailingAlwaysOrOnce)
             h2.fail_call(ofxhost::failing(call, kOfxStatErrBadHandle).on_call(nth));
             run_session(h2, "", images_come_back);
         }
+    }
+}
+
+TEST_F(bundle_fixture, PackedStatesThatWouldGrowPastAStateAreRefused)
+{
+    ofxhost::plugin p = ready_plugin();
+    const std::string texts[] = {
+        forged_packed_text(0xffffffffu, 100, true),     // claims 4 GiB
+        forged_packed_text(4000000, 16 << 20, true),    // the rest declares 16 MiB
+        forged_packed_text(4000000, 16 << 20, false),   // the rest declares nothing and expands
+    };
+    auto source = gradient_image({0, 0, 8, 4});
+    const auto expected = graded(*source, table_for(*builtin_theme(), {30, 70}));
+    for (const std::string& text : texts) {
+        log_capture log;
+        ofxhost::instance inst = p.create_instance(kOfxImageEffectContextFilter,
+                                                   {{"binaryStateParam", text}, {"Angle", 30.0}, {"Strength", 70.0}});
+        EXPECT_EQ(max_difference(*render(inst, source), *expected), 0.0) << "the instance works with the defaults";
+        EXPECT_TRUE(log.contains("The saved state is ignored: the packed state")) << text.substr(0, 40);
     }
 }
 

@@ -10,6 +10,7 @@ namespace {
 using bundle_test::bundle_fixture;
 using bundle_test::gradient_image;
 using bundle_test::log_capture;
+using bundle_test::look;
 
 class bundle_instance : public bundle_fixture {
 protected:
@@ -46,26 +47,38 @@ TEST_F(bundle_instance, TwoInstancesCreatedBackToBackBothKeepWorking)
     render(second, source);
 }
 
-TEST_F(bundle_instance, ManyInstancesRenderFromManyThreads)
+TEST_F(bundle_instance, ManyInstancesRenderAtOnceFromManyThreads)
 {
+    // Each with its own look, each on its own thread of the host, all at the same time.
     std::vector<ofxhost::instance> instances;
-    for (int i = 0; i < 6; ++i)
-        instances.push_back(make());
-    std::vector<std::thread> threads;
-    std::vector<OfxStatus> results(instances.size(), kOfxStatFailed);
-    for (size_t i = 0; i < instances.size(); ++i) {
-        threads.emplace_back([&, i] {
-            auto source = gradient_image({0, 0, 64, 32});
-            auto output = std::make_shared<ofxhost::image>(source->depth(), source->bounds());
-            instances[i].set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
-            instances[i].set_clip_image(kOfxImageEffectOutputClipName, output);
-            results[i] = instances[i].render(0.0, source->bounds());
-        });
+    std::vector<look> looks;
+    for (int i = 0; i < 6; ++i) {
+        looks.push_back({60.0f * i, 100.0f - 10.0f * i});
+        instances.push_back(p.create_instance(kOfxImageEffectContextFilter, {{"Angle", double(looks[i].angle)},
+                                                                             {"Strength", double(looks[i].strength)}}));
     }
+    const auto source = gradient_image({0, 0, 64, 32});
+    std::vector<std::shared_ptr<ofxhost::image>> outputs;
+    for (auto& inst : instances) {
+        outputs.push_back(std::make_shared<ofxhost::image>(source->depth(), source->bounds()));
+        inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
+        inst.set_clip_image(kOfxImageEffectOutputClipName, outputs.back());
+    }
+    std::vector<OfxStatus> results(instances.size(), kOfxStatFailed);
+    std::vector<std::thread> threads;
+    for (size_t i = 0; i < instances.size(); ++i)
+        threads.emplace_back([&, i] {
+            for (int frame = 0; frame < 3 && (frame == 0 || results[i] == kOfxStatOK); ++frame)
+                results[i] = instances[i].render(frame, source->bounds());
+        });
     for (auto& t : threads)
         t.join();
-    for (OfxStatus status : results)
-        EXPECT_EQ(status, kOfxStatOK);
+    const auto theme = bundle_test::builtin_theme();
+    for (size_t i = 0; i < instances.size(); ++i) {
+        EXPECT_EQ(results[i], kOfxStatOK);
+        EXPECT_EQ(bundle_test::max_difference(*outputs[i], *bundle_test::graded(*source, bundle_test::table_for(*theme, looks[i]))), 0.0)
+            << "instance " << i;
+    }
 }
 
 TEST_F(bundle_instance, DestroyTwiceAndRenderAfterDestroyAreHarmless)

@@ -5,6 +5,7 @@
 #include "themes/hueloom_theme_state_serializer_v1.h"
 
 #include <sodium.h>
+#include <zstd.h>
 
 #include <algorithm>
 #include <cmath>
@@ -13,19 +14,42 @@
 
 namespace bundle_test {
 
+namespace {
+
+double scale_of(ofxhost::pixel_depth depth)
+{
+    return depth == ofxhost::pixel_depth::byte ? 255.0 : depth == ofxhost::pixel_depth::short_int ? 32767.0 : 1.0;
+}
+
+}  // namespace
+
 std::shared_ptr<ofxhost::image> graded(const ofxhost::image& source, const vl1::lut_argb<32>& table)
 {
-    auto out = std::make_shared<ofxhost::image>(source.depth(), source.bounds());
-    const auto to_unit = [](double v) {
-        const float f = static_cast<float>(v);
+    return graded(source, table, source.depth());
+}
+
+std::shared_ptr<ofxhost::image> graded(const ofxhost::image& source, const vl1::lut_argb<32>& table,
+                                       ofxhost::pixel_depth output_depth)
+{
+    auto out = std::make_shared<ofxhost::image>(output_depth, source.bounds());
+    const bool integer_in = source.depth() != ofxhost::pixel_depth::real;
+    const double in_scale = scale_of(source.depth()), out_scale = scale_of(output_depth);
+    const auto to_unit = [&](double v) {
+        const float f = integer_in ? std::min(static_cast<float>(v / in_scale), 1.0f) : static_cast<float>(v);
         return std::isnan(f) ? 0.0f : std::clamp(f, 0.0f, 1.0f);
+    };
+    const auto stored = [&](float v) {
+        if (output_depth == ofxhost::pixel_depth::real)
+            return double(v);
+        const double most = output_depth == ofxhost::pixel_depth::byte ? 255.0 : 65535.0;
+        return std::isnan(v) ? 0.0 : std::clamp(std::round(double(v) * out_scale), 0.0, most);
     };
     for (int y = source.bounds().y1; y < source.bounds().y2; ++y) {
         for (int x = source.bounds().x1; x < source.bounds().x2; ++x) {
             const auto p = source.pixel(x, y);
             const vl1::argb_float in{to_unit(p[3]), to_unit(p[0]), to_unit(p[1]), to_unit(p[2])};
             const vl1::argb_float o = vl1::sample_lut(table, in);
-            out->set_pixel(x, y, {o.r, o.g, o.b, o.a});
+            out->set_pixel(x, y, {stored(o.r), stored(o.g), stored(o.b), stored(o.a)});
         }
     }
     return out;
@@ -63,6 +87,24 @@ std::string state_text(const std::vector<uint8_t>& blob)
     sodium_bin2base64(text.data(), text.size(), blob.data(), blob.size(), sodium_base64_VARIANT_ORIGINAL);
     text.resize(std::strlen(text.c_str()));
     return text;
+}
+
+std::string forged_packed_text(uint32_t state_bytes, std::size_t zeros, bool declare_size)
+{
+    const std::vector<uint8_t> data(zeros, 0);
+    std::vector<uint8_t> frame(ZSTD_compressBound(zeros));
+    ZSTD_CCtx* cctx = ZSTD_createCCtx();
+    ZSTD_CCtx_setParameter(cctx, ZSTD_c_contentSizeFlag, declare_size ? 1 : 0);
+    frame.resize(ZSTD_compress2(cctx, frame.data(), frame.size(), data.data(), data.size()));
+    ZSTD_freeCCtx(cctx);
+    // State bytes, digest, no grids, the frame's size, the frame.
+    std::vector<uint8_t> packed(44 + frame.size(), 0);
+    std::memcpy(packed.data(), &state_bytes, 4);
+    const auto frame_size = static_cast<uint32_t>(frame.size());
+    std::memcpy(packed.data() + 40, &frame_size, 4);
+    std::copy(frame.begin(), frame.end(), packed.begin() + 44);
+    crypto_generichash(packed.data() + 4, 32, packed.data() + 36, packed.size() - 36, nullptr, 0);
+    return "hlz1:" + state_text(packed);
 }
 
 }  // namespace bundle_test

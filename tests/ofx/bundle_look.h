@@ -19,8 +19,13 @@ using hueloom_test::look;
 using hueloom_test::table_for;
 using hueloom_test::travelling_theme;
 
-/// `source` (float RGBA) graded through `table` as the render path does it.
+/// `source` graded through `table` as the render path does it, into an image of
+/// `output_depth` (the source's own by default): 8 and 16 bits read as value / 255 and
+/// value / 32767, at most 1; floats clamped to 0..1, NaN as 0; written back with the same
+/// scales, rounded half away from zero and saturated, floats as they are.
 std::shared_ptr<ofxhost::image> graded(const ofxhost::image& source, const vl1::lut_argb<32>& table);
+std::shared_ptr<ofxhost::image> graded(const ofxhost::image& source, const vl1::lut_argb<32>& table,
+                                       ofxhost::pixel_depth output_depth);
 
 /// Largest difference of any channel of any pixel; 0 when every bit matches.
 double max_difference(const ofxhost::image& a, const ofxhost::image& b);
@@ -29,7 +34,12 @@ double max_difference(const ofxhost::image& a, const ofxhost::image& b);
 /// `extra` zero bytes are appended (a blob of another length than a multiple of three).
 std::vector<uint8_t> state_blob_with(const vl1::hueloom_theme_v1& theme, std::size_t extra = 0);
 
-/// Base64 text of a blob, as "binaryStateParam" holds it.
+/// Base64 text of a blob, as "binaryStateParam" held it before the state was packed.
 std::string state_text(const std::vector<uint8_t>& blob);
+
+/// Packed state text ("hlz1:") that claims `state_bytes` and holds, with a matching digest,
+/// no grids and a zstd frame of `zeros` zero bytes as the rest; the frame declares its size
+/// only with `declare_size`. What a forging host could hand over.
+std::string forged_packed_text(uint32_t state_bytes, std::size_t zeros, bool declare_size);
 
 }  // namespace bundle_test

@@ -5,6 +5,7 @@
 #include "tests/ofx/bundle_test_support.h"
 
 #include "color/lut_sampling.h"
+#include "host/status.h"
 
 #include <cmath>
 #include <cstring>
@@ -64,6 +65,29 @@ TEST_F(bundle_render, BypassIsTheIdentityAndStrengthMatters)
 
     ofxhost::instance strong = make({90, 100});
     EXPECT_GT(max_difference(*render(strong, source), *identity), 0.02) << "the theme must show";
+
+    // Asked first, the plug-in sends the host to the source for the bypassed look alone, so
+    // that values outside 0..1 pass untouched.
+    const auto is_identity = [](ofxhost::instance& inst, double time) {
+        ofxhost::property_set args(ofxhost::set_access::read_only);
+        args.define_double(kOfxPropTime, {time});
+        args.define_string(kOfxImageEffectPropFieldToRender, {kOfxImageFieldNone});
+        args.define_int(kOfxImageEffectPropRenderWindow, {0, 0, 16, 8});
+        args.define_double(kOfxImageEffectPropRenderScale, {1.0, 1.0});
+        ofxhost::property_set answer(ofxhost::set_access::fixed);
+        answer.define_string(kOfxPropName, {""});
+        answer.define_double(kOfxPropTime, {-1.0});
+        const OfxStatus st = inst.call_action(kOfxImageEffectActionIsIdentity, args.handle(), answer.handle());
+        if (st != kOfxStatOK)
+            return ofxhost::status_name(st);
+        return answer.get_string(kOfxPropName) + "@" + std::to_string(answer.get_double(kOfxPropTime));
+    };
+    EXPECT_EQ(is_identity(bypassed, 3.0), std::string(kOfxImageEffectSimpleSourceClipName) + "@3.000000");
+    EXPECT_EQ(is_identity(strong, 3.0), "kOfxStatReplyDefault");
+    strong.param("Global Bypass").set_value_at(5.0, 1);  // keys: bypassed from frame 5 on
+    strong.param("Global Bypass").set_value_at(1.0, 0);
+    EXPECT_EQ(is_identity(strong, 1.0), "kOfxStatReplyDefault");
+    EXPECT_EQ(is_identity(strong, 6.0), std::string(kOfxImageEffectSimpleSourceClipName) + "@6.000000");
 }
 
 TEST_F(bundle_render, HostValuesAreReadAtTheRenderTimeWithKeysAndClamped)
@@ -81,33 +105,74 @@ TEST_F(bundle_render, HostValuesAreReadAtTheRenderTimeWithKeysAndClamped)
     EXPECT_EQ(max_difference(*clamped, *graded(*source, table_for(*theme, {200, 100}))), 0.0);
 }
 
-TEST_F(bundle_render, EightAndSixteenBitUseTheirScalesAndKeepAlpha)
+TEST_F(bundle_render, EveryPairOfDepthsUsesItsScales)
 {
+    // The host offers clips of different depths (the plug-in declares it takes them).
     const look v{45, 100};
     const auto table = table_for(*theme, v);
     ofxhost::instance inst = make(v);
-    for (auto depth : {ofxhost::pixel_depth::byte, ofxhost::pixel_depth::short_int}) {
-        const bool is_byte = depth == ofxhost::pixel_depth::byte;
-        const double scale = is_byte ? 255.0 : 32767.0;
-        auto source = std::make_shared<ofxhost::image>(depth, OfxRectI{0, 0, 6, 2});
+    using ofxhost::pixel_depth;
+    for (pixel_depth in : {pixel_depth::byte, pixel_depth::short_int, pixel_depth::real}) {
+        auto source = std::make_shared<ofxhost::image>(in, OfxRectI{0, 0, 6, 2});
+        const double scale = in == pixel_depth::byte ? 255.0 : in == pixel_depth::short_int ? 32767.0 : 1.0;
         for (int x = 0; x < 6; ++x)
             for (int y = 0; y < 2; ++y)
                 source->set_pixel(x, y, {x * scale / 5.0, (5 - x) * scale / 5.0, y * scale, 0.5 * scale});
-        if (!is_byte)
+        if (in == pixel_depth::short_int)
             source->set_pixel(5, 1, {65535, 40000, 32767, 32767});  // above 32767 saturates
-        auto output = render(inst, source);
-        for (int x = 0; x < 6; ++x) {
-            for (int y = 0; y < 2; ++y) {
-                const auto s = source->pixel(x, y);
-                const auto unit = [&](double c) { return std::min(float(c / scale), 1.0f); };
-                const vl1::argb_float o =
-                    vl1::sample_lut(table, vl1::argb_float{unit(s[3]), unit(s[0]), unit(s[1]), unit(s[2])});
-                const float expected[4] = {o.r, o.g, o.b, o.a};
-                for (int c = 0; c < 4; ++c)
-                    EXPECT_EQ(output->channel(x, y, c), std::round(double(expected[c]) * scale)) << x << "," << y;
-            }
+        for (pixel_depth out : {pixel_depth::byte, pixel_depth::short_int, pixel_depth::real}) {
+            SCOPED_TRACE(testing::Message() << ofxhost::depth_name(in) << " to " << ofxhost::depth_name(out));
+            auto output = std::make_shared<ofxhost::image>(out, source->bounds());
+            inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
+            inst.set_clip_image(kOfxImageEffectOutputClipName, output);
+            ASSERT_EQ(inst.render(0.0, source->bounds()), kOfxStatOK);
+            EXPECT_EQ(max_difference(*output, *graded(*source, table, out)), 0.0);
         }
     }
+}
+
+TEST_F(bundle_render, AlphaPassesThroughPremultipliedOrNot)
+{
+    ofxhost::instance inst = make({120, 100});
+    std::shared_ptr<ofxhost::image> outputs[2];
+    auto source = test_card({0, 0, 12, 4});
+    for (int i = 0; i < 2; ++i) {
+        source->premultiplication = i == 0 ? kOfxImagePreMultiplied : kOfxImageUnPreMultiplied;
+        outputs[i] = render(inst, source);
+        for (int x = 0; x < 12; ++x)
+            for (int y = 0; y < 4; ++y)
+                EXPECT_EQ(outputs[i]->channel(x, y, 3), std::clamp(source->channel(x, y, 3), 0.0, 1.0)) << x << "," << y;
+    }
+    EXPECT_EQ(max_difference(*outputs[0], *outputs[1]), 0.0) << "the effect grades the colours as they come";
+}
+
+TEST_F(bundle_render, HalfScaleProxiesAndTilesGradeEveryPixelOnce)
+{
+    const look v{250, 90};
+    ofxhost::instance inst = make(v);
+    // Proxy mode: images and window at half the frame's size.
+    inst.set_render_scale(0.5, 0.5);
+    const OfxRectI proxy = ofxhost::scaled_bounds({0, 0, 33, 17}, 0.5);
+    ASSERT_EQ(proxy.x2, 17);
+    auto small = test_card(proxy);
+    EXPECT_EQ(max_difference(*render(inst, small), *graded(*small, table_for(*theme, v))), 0.0);
+
+    // A tiling host: each tile its own output image, and a lone tile leaves the rest alone.
+    inst.set_render_scale(1.0, 1.0);
+    auto source = test_card({-4, 3, 29, 20});
+    auto output = std::make_shared<ofxhost::image>(ofxhost::pixel_depth::real, source->bounds());
+    inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
+    ASSERT_EQ(inst.render_tiles(0.0, output, 8, 5), kOfxStatOK);
+    const auto expected = graded(*source, table_for(*theme, v));
+    EXPECT_EQ(max_difference(*output, *expected), 0.0);
+    const std::array<double, 4> untouched{0.25, 0.25, 0.25, 0.25};
+    output->fill(untouched);
+    ASSERT_EQ(inst.render(0.0, {4, 8, 12, 13}), kOfxStatOK);
+    for (int y = 3; y < 20; ++y)
+        for (int x = -4; x < 29; ++x) {
+            const bool in_tile = x >= 4 && x < 12 && y >= 8 && y < 13;
+            ASSERT_EQ(output->pixel(x, y), in_tile ? expected->pixel(x, y) : untouched) << x << "," << y;
+        }
 }
 
 TEST_F(bundle_render, PaddedAndBottomUpRowsAreHonoured)

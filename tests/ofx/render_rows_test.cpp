@@ -4,14 +4,19 @@
 
 #include <atomic>
 #include <cstring>
+#include <mutex>
 #include <random>
+#include <set>
+#include <thread>
 #include <vector>
 
 #include "color/lut_row_kernels.h"
 #include "color/lut_sampling.h"
 #include "framework/ccomponent.h"
 #include "framework/irow_processor.h"
+#include "host/host.h"
 #include "ofx/ofx_render_rows.h"
+#include "ofx/ofx_suites.h"
 
 namespace vl1 {
 namespace {
@@ -169,6 +174,54 @@ TEST(RenderRows, AnUnknownOutputDepthWritesNothingEitherWay)
     table_component row_wise(table, row_face::offered);
     EXPECT_EQ(render(row_wise, bounds, source, output), output.bytes);
     EXPECT_EQ(row_wise.pixel_calls, 6 * 3) << "declined rows go pixel by pixel, which writes nothing";
+}
+
+// Notes which threads run its pixels and how many at once.
+class thread_probe : public ccomponent_v1 {
+public:
+    void process_pixel(int, int, const argb_float& in, argb_float* out) override
+    {
+        const int now = ++active;
+        for (int seen = most.load(); now > seen && !most.compare_exchange_weak(seen, now);) {
+        }
+        {
+            std::lock_guard lock(mutex);
+            threads.insert(std::this_thread::get_id());
+        }
+        // Some work, so that rows of other threads overlap with this one.
+        float v = in.r;
+        for (int i = 0; i < 2000; ++i)
+            v = v * 0.999f + 0.001f;
+        *out = {in.a, v, in.g, in.b};
+        --active;
+    }
+
+    std::atomic<int> active{0};
+    std::atomic<int> most{0};
+    std::mutex mutex;
+    std::set<std::thread::id> threads;
+};
+
+TEST(RenderThreads, TheHostsCpuCountBoundsTheRowsThreads)
+{
+    ofxhost::host h;
+    host_suites suites;
+    EXPECT_EQ(suites.thread_limit(), 0u) << "without the suite the choice is ours";
+    suites.multi_thread = static_cast<const OfxMultiThreadSuiteV1*>(h.fetch_suite(kOfxMultiThreadSuite, 1));
+    const OfxRectI bounds{0, 0, 64, 256};
+    for (const unsigned cpus : {1u, 3u}) {
+        h.state().cpu_count = cpus;
+        ASSERT_EQ(suites.thread_limit(), cpus);
+        test_image source(32, bounds, 1), output(32, bounds, 2);
+        thread_probe probe;
+        render_window_rows(probe, bounds, source.view(), output.view(), render_arena(suites.thread_limit()));
+        EXPECT_LE(probe.most, int(cpus));
+        if (cpus == 1)
+            EXPECT_EQ(probe.threads, std::set<std::thread::id>{std::this_thread::get_id()})
+                << "one CPU: the host's own thread does every row";
+    }
+    h.fail_call(ofxhost::failing("multiThreadNumCPUs"));
+    EXPECT_EQ(suites.thread_limit(), 0u);
 }
 
 }  // namespace

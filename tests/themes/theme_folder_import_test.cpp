@@ -152,6 +152,15 @@ const failure_case corpus[] = {
     {"lut_file_missing", "Failed to load LUT from file or resource 'gone.cube'.",
      "Fehler beim Laden einer LUT aus der Datei oder Ressource'gone.cube'."},
     {"post_processing_lut_missing", "Failed to load LUT from file or resource 'gone.cube'.", nullptr},
+    // Names that lead outside the theme folder are refused by name, whether the file exists.
+    {"lut_outside_folder",
+     "The file '../import/b.cube' named in theme.json lies outside the theme folder; name a file inside it.",
+     "Die Datei '../import/b.cube' aus theme.json liegt außerhalb des Theme-Ordners; bitte eine Datei darin angeben."},
+    {"lut_absolute_path",
+     "The file '/etc/a.cube' named in theme.json lies outside the theme folder; name a file inside it.", nullptr},
+    {"background_outside_folder",
+     "The file '../../wheel.png' named in theme.json lies outside the theme folder; name a file inside it.",
+     nullptr},
     {"one_lut", "Theme is not self-consistent. Please check the angle values.",
      "Die Theme ist nicht schlüssig. Überprüfen Sie bitte die Winkelzahlen."},
     // Shapes that no text of the table names, a background that doesn't exist and a LUT

@@ -3,11 +3,15 @@
 #include "tests/tools/render_test_support.h"
 
 #include "tests/support/test_paths.h"
+#include "tools/hueloom_render/state_blob.h"
+#include "tools/hueloom_render/state_file.h"
 
 #include <fmt/format.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <fstream>
+#include <iterator>
 
 namespace {
 
@@ -47,6 +51,17 @@ TEST_F(render_failure, MissingAndUnreadableImages)
 
     r = fails_with(3, hueloom_plugin_args(), {"-i", (dir / "none.####.exr").string(), "-o", out("x.####.exr")});
     EXPECT_TRUE(contains(r.err, "no frames of")) << r.err;
+
+    // What is no regular file is refused before anything opens it: a FIFO would block in
+    // open, a device never end.
+    ASSERT_EQ(mkfifo((dir / "pipe.exr").c_str(), 0600), 0);
+    r = fails_with(3, hueloom_plugin_args(), {"-i", (dir / "pipe.exr").string(), "-o", out("x.exr")});
+    EXPECT_TRUE(contains(r.err, "pipe.exr: it is a FIFO, not a file")) << r.err;
+    r = fails_with(3, hueloom_plugin_args(), {"-i", "/dev/zero", "-o", out("x.exr")});
+    EXPECT_TRUE(contains(r.err, "/dev/zero: it is a character device")) << r.err;
+    r = fails_with(3, hueloom_plugin_args(),
+                   {"-i", image.string(), "-o", out("x.png"), "--preset", (dir / "pipe.exr").string()});
+    EXPECT_TRUE(contains(r.err, "it is a FIFO")) << r.err;
 }
 
 TEST_F(render_failure, AFrameMissingInTheMiddleIsNamedAndEndsTheRun)
@@ -83,6 +98,26 @@ TEST_F(render_failure, BrokenStateTexts)
                                   {"-i", image.string(), "-o", out("x.png"), "--state-in", state.string()});
         EXPECT_TRUE(contains(r.err, "state file " + state.string())) << r.err;
     }
+    // State texts that decode, but that the plug-in can't take: it would render ungraded.
+    const std::string saved = run_render(joined(hueloom_plugin_args(), {"--export-lut", (dir / "l.cube").string(),
+                                                                      "--state-out", state.string()}))
+                                  .exit_code == 0
+                                  ? hueloom_render::read_state_file(state).state_text
+                                  : "";
+    ASSERT_FALSE(saved.empty());
+    const std::vector<uint8_t> blob = hueloom_render::decode_state(saved);
+    const std::pair<std::vector<uint8_t>, const char*> refused[] = {
+        {{'n', 'o', 'i', 's', 'e', 0, 1, 2, 3}, "it is no saved state of the plug-in"},
+        {{blob.begin(), blob.begin() + 100}, "it is cut off: 6 parameter records declared, 1 present"},
+        {{blob.begin(), blob.end() - 1000}, "its theme record is cut off"},
+    };
+    for (const auto& [bytes, reason] : refused) {
+        std::ofstream(state, std::ios::trunc) << hueloom_render::encode_state(bytes) << "\n";
+        const auto r = fails_with(3, hueloom_plugin_args(),
+                                  {"-i", image.string(), "-o", out("x.png"), "--state-in", state.string()});
+        EXPECT_TRUE(contains(r.err, "the plug-in can't take this state: " + std::string(reason))) << r.err;
+    }
+
     std::ofstream(state, std::ios::trunc) << "QUJD\nGain 2\n";
     const auto r =
         fails_with(3, fixture_plugin_args(), {"-i", image.string(), "-o", out("x.png"), "--state-in", state.string()});
@@ -98,6 +133,8 @@ TEST_F(render_failure, OutputFoldersThatCantBeWritten)
 
     r = fails_with(5, hueloom_plugin_args(), {"-i", image.string(), "-o", (image / "x.png").string()});
     EXPECT_TRUE(contains(r.err, "is not a folder")) << r.err;
+    r = fails_with(5, hueloom_plugin_args(), {"-i", image.string(), "-o", out_dir.string()});
+    EXPECT_TRUE(contains(r.err, "cannot write " + out_dir.string() + ": it is a folder")) << r.err;
 
     fails_with(5, hueloom_plugin_args(), {"--export-lut", out("missing/look.cube")});
     fails_with(5, hueloom_plugin_args(), {"-i", image.string(), "-o", out("x.png"), "--state-out", out("no/s.txt")});
@@ -109,6 +146,40 @@ TEST_F(render_failure, OutputFoldersThatCantBeWritten)
         EXPECT_TRUE(contains(r.err, "is not writable")) << r.err;
         fs::permissions(locked, fs::perms::owner_all);
     }
+}
+
+TEST_F(render_failure, TheSourceAndWriteProtectedFilesAreNeverReplaced)
+{
+    const auto unchanged = [](const fs::path& p, const std::string& before) {
+        std::ifstream in(p, std::ios::binary);
+        return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>()) == before;
+    };
+    std::ifstream in(image, std::ios::binary);
+    const std::string original((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    fs::create_symlink(image, dir / "link.png");
+    fs::create_hard_link(image, dir / "hard.png");
+    for (const fs::path& output : {image, dir / "link.png", dir / "." / "in.png", dir / "hard.png"}) {
+        SCOPED_TRACE(output.string());
+        const auto r = fails_with(2, hueloom_plugin_args(), {"-i", image.string(), "-o", output.string()});
+        EXPECT_TRUE(contains(r.err, "it is the input " + image.string() + ", which would be lost")) << r.err;
+        EXPECT_TRUE(unchanged(image, original));
+    }
+    // Also within a sequence.
+    write_pattern(dir / "s.0001.png", 9, 7, 3, OIIO::TypeDesc::UINT8);
+    write_pattern(dir / "s.0002.png", 9, 7, 3, OIIO::TypeDesc::UINT8);
+    auto r = fails_with(2, hueloom_plugin_args(), {"-i", (dir / "s.####.png").string(), "-o", (dir / "s.%04d.png").string()});
+    EXPECT_TRUE(contains(r.err, "s.0001.png, which would be lost")) << r.err;
+
+    // A write-protected output stays, for root too.
+    const fs::path locked = out_dir / "locked.png";
+    std::ofstream(locked) << "keep me";
+    fs::permissions(locked, fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+    const run_result refused = run_render(joined(hueloom_plugin_args(), {"-i", image.string(), "-o", locked.string()}));
+    EXPECT_EQ(refused.exit_code, 5);
+    EXPECT_TRUE(contains(refused.err, "locked.png: the file is write-protected (mode 0444)")) << refused.err;
+    EXPECT_TRUE(unchanged(locked, "keep me"));
+    EXPECT_EQ(fs::status(locked).permissions(), fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+    fs::remove(locked);
 }
 
 TEST_F(render_failure, PluginThatIsNotThere)
@@ -132,6 +203,9 @@ TEST_F(render_failure, UnknownThemesAndBrokenPresetsAreNamed)
     std::ofstream(dir / "q.json") << "{\"plugin_name\": \"Hueloom\", \"plugin_state_size\": 2, \"plugin_state\": [1, 999]}";
     r = fails_with(3, hueloom_plugin_args(), {"-i", image.string(), "-o", out("x.png"), "--preset", (dir / "q.json").string()});
     EXPECT_TRUE(contains(r.err, "holds no plug-in state")) << r.err;
+    std::ofstream(dir / "r.json") << "{\"plugin_name\": \"Hueloom\", \"plugin_state_size\": 3, \"plugin_state\": [1, 2, 3]}";
+    r = fails_with(3, hueloom_plugin_args(), {"-i", image.string(), "-o", out("x.png"), "--preset", (dir / "r.json").string()});
+    EXPECT_TRUE(contains(r.err, "--preset " + (dir / "r.json").string() + ": the plug-in can't take this state")) << r.err;
 }
 
 }  // namespace

@@ -27,7 +27,7 @@ pixel_rule graded_by(const vl1::hueloom_theme_v1& theme, const look& values)
     return [table, clamp](std::array<float, 4> in) {
         const auto c = clamp(in);
         const vl1::argb_float out = vl1::sample_lut(*table, vl1::argb_float{c[3], c[0], c[1], c[2]});
-        return std::array<float, 4>{out.r, out.g, out.b, out.a};
+        return std::array<float, 4>{out.r, out.g, out.b, in[3]};  // alpha is not graded
     };
 }
 
@@ -54,6 +54,52 @@ TEST_F(render_look, ParametersGradeThroughTheBuiltInTheme)
     const pixels out = graded("a.exr", {"--set", "angle=60", "--set", "Strength=100", "--set", "Hue=150", "--set", "LUMINANCE=80"});
     EXPECT_TRUE(matches_rule(in, out, graded_by(*builtin, {60, 100, 150, 100, 80})));
     EXPECT_FALSE(matches_rule(in, out, identity_look())) << "the look must show";
+}
+
+// A float EXR with these channels; colour far outside 0..1 ((4, 2, -0.5) at the first pixel),
+// alpha within it, every other channel a value of its own.
+fs::path write_channels(const fs::path& path, const std::vector<std::string>& names)
+{
+    OIIO::ImageSpec header(5, 3, static_cast<int>(names.size()), OIIO::TypeDesc::FLOAT);
+    header.channelnames = names;
+    header.alpha_channel = -1;
+    std::vector<float> data(static_cast<std::size_t>(15) * names.size());
+    for (std::size_t i = 0; i < data.size(); ++i) {
+        const std::size_t c = i % names.size(), pixel = i / names.size();
+        data[i] = names[c] == "A" ? 0.25f + 0.05f * static_cast<float>(pixel)
+                                  : 4.0f - 2.0f * static_cast<float>(c) + 0.125f * static_cast<float>(pixel);
+    }
+    data[2] = -0.5f;
+    auto out = OIIO::ImageOutput::create(path.string());
+    if (!out || !out->open(path.string(), header) || !out->write_image(OIIO::TypeDesc::FLOAT, data.data()) ||
+        !out->close())
+        throw std::runtime_error("cannot write " + path.string());
+    return path;
+}
+
+TEST_F(render_look, TheIdentityPassesTheSourceThroughAndUngradedChannelsStay)
+{
+    for (const std::vector<std::string>& names : {std::vector<std::string>{"R", "G", "B", "Z"},
+                                                  std::vector<std::string>{"R", "G", "B", "A", "Z"}}) {
+        SCOPED_TRACE(names.size());
+        const fs::path in_path = write_channels(dir / "channels.exr", names);
+        const pixels in = read_pixels(in_path);
+        ASSERT_EQ(in.header.channelnames, names);
+        const pixels same = graded("bypass.exr", {"-i", in_path.string(), "--set", "Global Bypass=on"});
+        EXPECT_EQ(same.header.channelnames, names);
+        EXPECT_EQ(same.values, in.values) << "bypass passes every value through";
+
+        const pixels out = graded("graded.exr", {"-i", in_path.string(), "--set", "Strength=100", "--set", "Angle=60"});
+        EXPECT_EQ(out.header.channelnames, names);
+        ASSERT_EQ(out.values.size(), in.values.size());
+        for (std::size_t i = 0; i < in.values.size(); ++i) {
+            const std::size_t c = i % names.size();
+            if (c >= 3)
+                EXPECT_EQ(out.values[i], in.values[i]) << names[c] << " is not graded";
+            else
+                EXPECT_TRUE(out.values[i] >= 0.0f && out.values[i] <= 1.0f) << "graded colour lies in 0..1";
+        }
+    }
 }
 
 TEST_F(render_look, AThemeComesInByUidNameOrFile)

@@ -111,19 +111,23 @@ pixel_rule identity_look()
     };
 }
 
+pixel_rule identity_table_look()
+{
+    const auto table = std::make_shared<vl1::lut_argb<32>>();  // constructed as the identity
+    const pixel_rule clamp = identity_look();
+    return [table, clamp](std::array<float, 4> in) {
+        const auto c = clamp(in);
+        const vl1::argb_float out = vl1::sample_lut(*table, vl1::argb_float{c[3], c[0], c[1], c[2]});
+        return std::array<float, 4>{out.r, out.g, out.b, out.a};
+    };
+}
+
 const look_case& neutral_look()
 {
     static const look_case look = [] {
         const run_result listing = run_render(joined(hueloom_plugin_args(), {"--list-params"}));
         if (!contains(listing.out, "  Global Bypass ")) return look_case{{}, identity_look()};
-        const auto table = std::make_shared<vl1::lut_argb<32>>();  // constructed as the identity
-        const pixel_rule clamp = identity_look();
-        pixel_rule sampled = [table, clamp](std::array<float, 4> in) {
-            const auto c = clamp(in);
-            const vl1::argb_float out = vl1::sample_lut(*table, vl1::argb_float{c[3], c[0], c[1], c[2]});
-            return std::array<float, 4>{out.r, out.g, out.b, out.a};
-        };
-        return look_case{{"--set", "Global Bypass=on"}, sampled};
+        return look_case{{"--set", "Global Bypass=on"}, [](std::array<float, 4> in) { return in; }};
     }();
     return look;
 }

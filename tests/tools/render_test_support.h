@@ -57,10 +57,13 @@ using pixel_rule = std::function<std::array<float, 4>(std::array<float, 4>)>;
 /// The bundle without a look: the plug-in clamps what it reads to 0..1 (NaN to 0) and the
 /// table is the identity.
 pixel_rule identity_look();
+/// What the render path makes of a pixel when the result table is the colour engine's identity
+/// table: the clamped pixel sampled through it.
+pixel_rule identity_table_look();
 /// The build's bundle with nothing graded, and the arguments that ask for it. With the effect's
-/// hidden "Global Bypass" on, the result table stays the colour engine's identity table, through
-/// which each clamped pixel is sampled; a bundle without that parameter passes pixels through
-/// its input clamp alone. Found out once by listing the bundle's parameters.
+/// hidden "Global Bypass" on, the plug-in answers that it is the identity and the source passes
+/// through untouched; a bundle without that parameter passes pixels through its input clamp
+/// alone. Found out once by listing the bundle's parameters.
 struct look_case {
     std::vector<std::string> args;
     pixel_rule rule;

@@ -11,6 +11,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <cctype>
+#include <cmath>
 #include <fstream>
 #include <sstream>
 
@@ -106,7 +109,20 @@ TEST_F(render_tool, DepthOptionAndOutputFormatDecideHowTheResultIsStored)
     ASSERT_EQ(r.exit_code, 0) << r.err;
     const pixels result = read_pixels(dir / "out8.tif");
     EXPECT_EQ(result.format, OIIO::TypeDesc::UINT8);
-    EXPECT_TRUE(matches_rule(read_pixels(in), result, neutral_look().rule));
+    EXPECT_TRUE(matches_rule(read_pixels(in), result, identity_look())) << "8 bits hold 0..1";
+    EXPECT_FALSE(contains(r.err, "note:")) << r.err;
+
+    // A depth the format can't hold is named, with what is written instead.
+    const run_result exr8 = render({"-i", in.string(), "-o", (dir / "out8.exr").string(), "--depth", "8"});
+    ASSERT_EQ(exr8.exit_code, 0) << exr8.err;
+    EXPECT_TRUE(contains(exr8.err, "note: openexr holds no 8-bit pixels; written as " +
+                                       std::string(read_pixels(dir / "out8.exr").format == OIIO::TypeDesc::HALF
+                                                       ? "half float"
+                                                       : "float")))
+        << exr8.err;
+    const run_result png = render({"-i", in.string(), "-o", (dir / "float.png").string(), "--depth", "float"});
+    ASSERT_EQ(png.exit_code, 0) << png.err;
+    EXPECT_TRUE(contains(png.err, "note: png holds no float pixels; written as")) << png.err;
 
     ASSERT_EQ(
         render({"-i", (dir / "out8.tif").string(), "-o", (dir / "float.exr").string(), "--depth=float"}).exit_code, 0);
@@ -168,8 +184,9 @@ TEST_F(render_tool, KeyedParametersOfTheBundleGiveTheirInterpolatedValueOnEachFr
 TEST_F(render_tool, ExportedLutsHoldTheGradedLatticeInEachFormat)
 {
     // The reference: the lattice graded by the reference look, written by the same writers.
+    // The lattice is rendered, never passed through, even when the look is the identity.
     hueloom_render::rgba_image lattice = hueloom_render::make_identity_lattice();
-    const pixel_rule& look = neutral_look().rule;
+    const pixel_rule look = identity_table_look();
     for (std::size_t i = 0; i < lattice.pixels.size(); i += 4) {
         const auto out = look({lattice.pixels[i], lattice.pixels[i + 1], lattice.pixels[i + 2], lattice.pixels[i + 3]});
         std::copy(out.begin(), out.end(), lattice.pixels.begin() + static_cast<std::ptrdiff_t>(i));
@@ -187,6 +204,69 @@ TEST_F(render_tool, ExportedLutsHoldTheGradedLatticeInEachFormat)
     }
     EXPECT_TRUE(contains(read_text(dir / "look.cube"), "TITLE \"look\"\n")) << "the title comes from the final name";
     EXPECT_EQ(render({"--export-lut", (dir / "look.lut").string()}).exit_code, 2);
+}
+
+// Trilinear sample of a .cube file's table (red fastest in the file) at `rgb` in 0..1.
+std::array<float, 3> sample_cube(const std::vector<float>& values, int n, const float* rgb)
+{
+    int lo[3];
+    float f[3];
+    for (int c = 0; c < 3; ++c) {
+        const float x = rgb[c] * static_cast<float>(n - 1);
+        lo[c] = std::min(static_cast<int>(x), n - 2);
+        f[c] = x - static_cast<float>(lo[c]);
+    }
+    std::array<float, 3> out{0, 0, 0};
+    for (int corner = 0; corner < 8; ++corner) {
+        float w = 1.0f;
+        int index = 0;
+        for (int c = 2; c >= 0; --c) {
+            const int up = (corner >> c) & 1;
+            w *= up ? f[c] : 1.0f - f[c];
+            index = index * n + lo[c] + up;
+        }
+        for (int c = 0; c < 3; ++c) out[c] += w * values[static_cast<std::size_t>(index) * 3 + c];
+    }
+    return out;
+}
+
+TEST_F(render_tool, FineLutsFollowTheRenderClosely)
+{
+    const std::vector<std::string> look = {"--set", "Global Bypass=off", "--set", "Strength=90", "--set", "Angle=75"};
+    const fs::path in = dir / "colours.exr";
+    write_pattern(in, 61, 37, 3, OIIO::TypeDesc::FLOAT);
+    ASSERT_EQ(render(joined({"-i", in.string(), "-o", (dir / "graded.exr").string()}, look)).exit_code, 0);
+    const run_result r = render(joined({"--export-lut", (dir / "fine.cube").string(), "--lut-size", "65"}, look));
+    ASSERT_EQ(r.exit_code, 0) << r.err;
+
+    std::istringstream text(read_text(dir / "fine.cube"));
+    std::string line;
+    std::vector<float> table;
+    while (std::getline(text, line)) {
+        if (line.empty() || !(std::isdigit(static_cast<unsigned char>(line[0])) || line[0] == '-')) {
+            if (line.rfind("LUT_3D_SIZE", 0) == 0) {
+                EXPECT_EQ(line, "LUT_3D_SIZE 65");
+            }
+            continue;
+        }
+        std::istringstream numbers(line);
+        float v = 0;
+        while (numbers >> v) table.push_back(v);
+    }
+    ASSERT_EQ(table.size(), 65u * 65 * 65 * 3);
+    const pixels source = read_pixels(in), graded = read_pixels(dir / "graded.exr");
+    float worst = 0;
+    for (int y = 0; y < source.height; ++y)
+        for (int x = 0; x < source.width; ++x) {
+            const auto sampled = sample_cube(table, 65, source.at(x, y));
+            for (int c = 0; c < 3; ++c) worst = std::max(worst, std::fabs(sampled[c] - graded.at(x, y)[c]));
+        }
+    // Two trilinear tables whose grids don't align differ between their points: 65 points keep
+    // that near a ten-thousandth (17 points with four decimals: over a thousandth).
+    EXPECT_LT(worst, 1.5e-4f);
+
+    EXPECT_EQ(render({"--export-lut", (dir / "fine.3dl").string(), "--lut-size", "33"}).exit_code, 2);
+    EXPECT_EQ(render({"--export-lut", (dir / "odd.cube").string(), "--lut-size", "20"}).exit_code, 2);
 }
 
 TEST_F(render_tool, StateOutWritesTheStateTextTheBundleHandsOver)
@@ -212,7 +292,9 @@ TEST_F(render_tool, VerboseShowsThePluginsLogAndQuietShowsNothing)
     write_pattern(in, 8, 8, 3, OIIO::TypeDesc::UINT8);
     const run_result verbose = render({"-i", in.string(), "-o", (dir / "v.png").string(), "--verbose"});
     ASSERT_EQ(verbose.exit_code, 0) << verbose.err;
-    EXPECT_TRUE(contains(verbose.err, "Hueloom: OFX action received: OfxImageEffectActionRender")) << verbose.err;
+    EXPECT_TRUE(contains(verbose.err, "Hueloom: OFX action received: OfxImageEffectActionIsIdentity")) << verbose.err;
+    EXPECT_TRUE(contains(verbose.err, "hueloom-render: frame 1: the look is the identity; the source passes through"))
+        << verbose.err;
     EXPECT_TRUE(contains(verbose.err, "hueloom-render: plug-in com.varnlight.hueloomofx from ")) << verbose.err;
 
     const run_result quiet = render({"-i", in.string(), "-o", (dir / "q.png").string(), "-q"});

@@ -1,10 +1,13 @@
 #include "themes/web/hueloom_web_client_v1.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <memory>
 #include <system_error>
 
+#include "framework/cutils_linux.h"
 #include "themes/web/theme_addresses.h"
 #include "themes/web/theme_file_check.h"
 
@@ -142,10 +145,8 @@ bool hueloom_web_client_v1::start_download_themes(const std::function<void()>& c
         }
         if (busy)
             return false;
-        std::error_code ec;
-        std::filesystem::create_directories(folder, ec);
-        if (ec) {
-            report("cannot create the theme folder " + folder + ": " + ec.message());
+        if (!create_private_folders(folder)) {
+            report("cannot create the theme folder " + folder + ": " + std::strerror(errno));
             return false;
         }
         std::lock_guard worker_lock(worker_mutex);

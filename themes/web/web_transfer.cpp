@@ -1,5 +1,7 @@
 #include "themes/web/web_transfer.h"
 
+#include <cerrno>
+#include <cstring>
 #include <mutex>
 
 #include <curl/curl.h>
@@ -93,6 +95,29 @@ bool set(CURL* curl, CURLoption option, T value, std::string& error)
     return code == CURLE_OK;
 }
 
+// Why no connection came about, or "" when one did (or the failure lies elsewhere).
+std::string unreachable_reason(CURL* curl, CURLcode code)
+{
+    long os_error = 0;
+    curl_easy_getinfo(curl, CURLINFO_OS_ERRNO, &os_error);
+    curl_off_t connected_after = 0;
+    curl_easy_getinfo(curl, CURLINFO_CONNECT_TIME_T, &connected_after);
+    switch (code) {
+    case CURLE_COULDNT_RESOLVE_HOST:
+    case CURLE_COULDNT_RESOLVE_PROXY: return "the server's name could not be resolved";
+    case CURLE_COULDNT_CONNECT:
+        if (os_error == ECONNREFUSED)
+            return "the connection was refused (nothing listens at that port)";
+        if (os_error == ETIMEDOUT)
+            return "the connection timed out";
+        return os_error != 0 ? fmt::format("no connection: {}", std::strerror(static_cast<int>(os_error)))
+                             : "no connection could be made";
+    case CURLE_OPERATION_TIMEDOUT:
+        return connected_after == 0 ? "the connection timed out" : "";
+    default: return "";
+    }
+}
+
 std::string describe_failure(CURLcode code, const char* detail, const web_transfer::sink& target)
 {
     if (target.stopped)
@@ -175,7 +200,11 @@ web_transfer_result web_transfer::perform(const std::string& url, sink& target)
     // The error buffer belongs to this call's stack frame.
     curl_easy_setopt(curl, CURLOPT_ERRORBUFFER, static_cast<char*>(nullptr));
 
-    if (code != CURLE_OK || target.stopped || target.too_large || target.write_failed)
+    const std::string unreachable = target.stopped ? "" : unreachable_reason(curl, code);
+    if (!unreachable.empty()) {
+        result.unreachable = true;
+        result.error = unreachable;
+    } else if (code != CURLE_OK || target.stopped || target.too_large || target.write_failed)
         result.error = describe_failure(code, detail, target);
     else if (result.http_status != 200)
         result.error = fmt::format("the server answered with HTTP status {}", result.http_status);

@@ -31,6 +31,9 @@ struct web_transfer_result {
     long long file_time = -1;
     /// Why the transfer failed, in plain English; empty on success.
     std::string error;
+    /// The server was never reached (its name not resolved, the connection refused or timed
+    /// out): the address or the network is at fault, not the server.
+    bool unreachable = false;
 };
 
 /// Not thread-safe: one transfer at a time (the theme client guards it by its transfer

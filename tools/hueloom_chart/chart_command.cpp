@@ -1,5 +1,6 @@
 #include "tools/hueloom_chart/chart_command.h"
 
+#include "tools/common/stop_signals.h"
 #include "tools/hueloom_chart/test_chart.h"
 
 #include <OpenImageIO/imageio.h>
@@ -80,6 +81,8 @@ std::string write_chart(const fs::path& path, const chart_image& chart)
     header.attribute("oiio:ColorSpace", "sRGB");
     header.attribute("ImageDescription", "Hueloom test chart");
     header.attribute("Software", "hueloom-chart");
+    // A signal that ends the process mid-write takes the half-written chart with it.
+    const vl1::tools::partial_output partial(path);
     if (!out->open(path.string(), header)) return out->geterror();
     const bool ok = out->write_image(OIIO::TypeDesc::FLOAT, chart.rgb.data());
     std::string failure = ok ? "" : out->geterror();

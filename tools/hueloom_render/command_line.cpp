@@ -34,6 +34,8 @@ const char* const render_usage =
     "  --preset FILE.json      apply a preset\n"
     "  --export-lut FILE       write the look as a 3D LUT (.cube or .3dl) instead of or besides images;\n"
     "                          the look at the first frame of --frames (frame 1 without it)\n"
+    "  --lut-size N            points per axis of --export-lut: 17 (default, four decimals), or 33 or 65\n"
+    "                          in full float precision (.cube only)\n"
     "  --list-params           list the parameters the plug-in describes and stop\n"
     "\n"
     "Running:\n"
@@ -46,7 +48,7 @@ const char* const render_usage =
     "  -h, --help              this text\n"
     "\n"
     "Exit codes: 0 done, 1 a frame failed, 2 usage or parameter error, 3 unreadable input,\n"
-    "4 plug-in not loadable, 5 output not writable, 130 interrupted.\n"
+    "4 plug-in not loadable, 5 output not writable, 130 interrupted (SIGINT), 143 terminated (SIGTERM).\n"
     "Outputs are written under a temporary name and renamed when complete.\n";
 
 const char* const look_usage =
@@ -90,6 +92,7 @@ const std::map<std::string, option_rule>& option_table()
         {"--plugin-path", {arg_kind::text, &o::plugin_path}},
         {"--plugin-id", {arg_kind::text, &o::plugin_id}},
         {"--threads", {arg_kind::number, nullptr, nullptr, &o::threads}},
+        {"--lut-size", {arg_kind::number, nullptr, nullptr, &o::lut_size}},
         {"-q", {arg_kind::flag, nullptr, nullptr, nullptr, &o::quiet}},
         {"--quiet", {arg_kind::flag, nullptr, nullptr, nullptr, &o::quiet}},
         {"-v", {arg_kind::flag, nullptr, nullptr, nullptr, &o::verbose}},
@@ -133,6 +136,8 @@ std::string check_consistency(const render_options& o)
     if (!o.depth.empty() && o.depth != "8" && o.depth != "16" && o.depth != "half" && o.depth != "float") {
         return fmt::format("--depth wants 8, 16, half or float, not \"{}\"", o.depth);
     }
+    if (o.lut_size != 17 && o.lut_size != 33 && o.lut_size != 65)
+        return fmt::format("--lut-size wants 17, 33 or 65, not {}", o.lut_size);
     if (o.list_params) return {};
     if (o.open_editor) return o.input.empty() ? "the editor needs a picture: -i FILE" : std::string();
     if (o.input.empty() != o.output.empty())

@@ -24,6 +24,7 @@ struct render_options {
     std::string plugin_path;            // --plugin-path: ':'-separated folders or bundles
     std::string plugin_id = default_plugin_id;
     int threads = 0;                    // --threads; 0: every core
+    int lut_size = 17;                  // --lut-size: points per axis of --export-lut
     bool quiet = false;
     bool verbose = false;
     bool list_params = false;           // --list-params: print the parameters and stop

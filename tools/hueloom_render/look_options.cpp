@@ -5,6 +5,7 @@
 #include "presets/preset_reader.h"
 #include "themes/hueloom_theme_file_serializer_v1.h"
 #include "themes/hueloom_theme_state_serializer_v1.h"
+#include "tools/hueloom_render/file_checks.h"
 #include "tools/hueloom_render/plugin_session.h"
 #include "tools/hueloom_render/render_error.h"
 #include "tools/hueloom_render/state_blob.h"
@@ -67,6 +68,7 @@ std::vector<known_theme> installed_themes(const fs::path& bundle)
 vl1::hueloom_theme_v1 find_theme(const std::string& wanted, const fs::path& bundle)
 {
     if (lower(fs::path(wanted).extension().string()) == ".hlt" || fs::is_regular_file(wanted)) {
+        require_regular_input(wanted, fmt::format("--theme {}", wanted));
         vl1::hueloom_theme_v1 theme;
         std::string problem;
         if (!vl1::hueloom_theme_file_serializer_v1::read_theme_from_file(theme, wanted, problem))
@@ -105,6 +107,7 @@ start_look read_preset_option(const std::string& file, const std::vector<std::st
     rapidjson::Document document;
     std::string problem;
     std::vector<uint8_t> blob;
+    require_regular_input(file, fmt::format("--preset {}", file));
     try {
         if (!vl1::read_preset_document(file, document, problem))
             throw render_error(exit_code::input, fmt::format("--preset {}: {}", file, problem));

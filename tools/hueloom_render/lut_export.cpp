@@ -22,9 +22,8 @@ std::string extension_of(const fs::path& path) { return vl1::lowercase(path.exte
 
 }  // namespace
 
-rgba_image make_identity_lattice()
+rgba_image make_identity_lattice(int n)
 {
-    constexpr int n = lattice_edge;
     rgba_image img(n * n, n);
     for (int g = 0; g < n; ++g) {
         for (int b = 0; b < n; ++b) {
@@ -40,9 +39,8 @@ rgba_image make_identity_lattice()
     return img;
 }
 
-vl1::lut_argb_variable lattice_to_lut(const rgba_image& lattice)
+vl1::lut_argb_variable lattice_to_lut(const rgba_image& lattice, int n)
 {
-    constexpr int n = lattice_edge;
     vl1::lut_argb_variable lut;
     lut.edge = n;
     lut.data.assign(vl1::lut_entry_count(n), vl1::argb_float{0, 0, 0, 0});
@@ -63,24 +61,32 @@ bool is_lut_path(const fs::path& path)
     return ext == ".cube" || ext == ".3dl";
 }
 
-void export_lut(plugin_session& session, double time, const fs::path& path)
+void export_lut(plugin_session& session, double time, const fs::path& path, int size)
 {
     if (!is_lut_path(path)) {
         throw render_error(exit_code::usage,
                            fmt::format("--export-lut {}: the file must end in .cube or .3dl", path.string()));
     }
+    const bool fine = size != default_lut_size;
+    if (fine && extension_of(path) != ".cube") {
+        throw render_error(exit_code::usage, fmt::format("--export-lut {}: a .3dl file has {} points per axis; "
+                                                         "--lut-size {} needs a .cube file",
+                                                         path.string(), default_lut_size, size));
+    }
     check_output_folder(path);
-    rgba_image lattice = make_identity_lattice();
+    const int edge = fine ? size : lattice_edge;
+    rgba_image lattice = make_identity_lattice(edge);
     try {
         session.render(lattice, time);
     } catch (const render_error& e) {
         throw render_error(e.code(), fmt::format("LUT lattice at frame {}: {}", time, e.what()));
     }
-    const vl1::lut_argb_variable lut = lattice_to_lut(lattice);
+    const vl1::lut_argb_variable lut = lattice_to_lut(lattice, edge);
     pending_output pending(path);
-    const bool written = extension_of(path) == ".cube"
-                             ? vl1::write_lut_cube(lut, pending.temp_path().string(), lut_program, "")
-                             : vl1::write_lut_3dl(lut, pending.temp_path().string(), lut_program, "");
+    const std::string temp = pending.temp_path().string();
+    const bool written = fine                              ? vl1::write_lut_cube_exact(lut, temp, lut_program, "")
+                         : extension_of(path) == ".cube" ? vl1::write_lut_cube(lut, temp, lut_program, "")
+                                                         : vl1::write_lut_3dl(lut, temp, lut_program, "");
     std::error_code ec;
     if (!written || !fs::exists(pending.temp_path(), ec)) {
         throw render_error(exit_code::output, fmt::format("cannot write {}", path.string()));

@@ -56,6 +56,7 @@ pending_output::pending_output(fs::path final_path) : final_path_(std::move(fina
 {
     temp_folder_ = make_temp_folder(final_path_);
     temp_path_ = temp_folder_ / final_path_.filename();
+    partial_ = std::make_unique<vl1::tools::partial_output>(temp_folder_);
 }
 
 pending_output::~pending_output()
@@ -72,6 +73,7 @@ void pending_output::commit()
     if (ec) throw output_error(final_path_, ec.message());
     fs::remove(temp_folder_, ec);
     temp_folder_.clear();
+    partial_.reset();
 }
 
 }  // namespace hueloom_render

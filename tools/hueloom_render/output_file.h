@@ -4,7 +4,10 @@
 // same), and renamed into place only when it is complete.
 #pragma once
 
+#include "tools/common/stop_signals.h"
+
 #include <filesystem>
+#include <memory>
 
 namespace hueloom_render {
 
@@ -31,6 +34,7 @@ private:
     std::filesystem::path final_path_;
     std::filesystem::path temp_folder_;
     std::filesystem::path temp_path_;
+    std::unique_ptr<vl1::tools::partial_output> partial_;  // removed if a signal ends the process
 };
 
 }  // namespace hueloom_render

@@ -1,5 +1,6 @@
 #include "tools/hueloom_render/plugin_session.h"
 
+#include "host/property_set.h"
 #include "host/status.h"
 #include "ofx/api/ofx_image_effect.h"
 #include "ofx/api/ofx_message.h"
@@ -141,6 +142,22 @@ ofxhost::instance& plugin_session::start(const std::string& state_text)
                            fmt::format("creating an instance of {} failed: {}", identifier(), e.what()));
     }
     return *instance_;
+}
+
+bool plugin_session::is_identity(double time, int width, int height)
+{
+    ofxhost::property_set args(ofxhost::set_access::read_only);
+    args.define_double(kOfxPropTime, {time});
+    args.define_string(kOfxImageEffectPropFieldToRender, {kOfxImageFieldNone});
+    args.define_int(kOfxImageEffectPropRenderWindow, {0, 0, width, height});
+    args.define_double(kOfxImageEffectPropRenderScale, {1.0, 1.0});
+    ofxhost::property_set answer(ofxhost::set_access::fixed);
+    answer.define_string(kOfxPropName, {""});
+    answer.define_double(kOfxPropTime, {time});
+    instance_->set_time(time);
+    const OfxStatus st = instance_->call_action(kOfxImageEffectActionIsIdentity, args.handle(), answer.handle());
+    return st == kOfxStatOK && answer.get_string(kOfxPropName) == kOfxImageEffectSimpleSourceClipName &&
+           answer.get_double(kOfxPropTime) == time;
 }
 
 void plugin_session::render(rgba_image& img, double time, bool unassociated)

@@ -55,6 +55,11 @@ public:
     /// The instance made by start().
     ofxhost::instance& instance() { return *instance_; }
 
+    /// Whether the plug-in answers OfxImageEffectActionIsIdentity for a frame of this size at
+    /// `time` with its source clip at that time: the output is then the source, untouched.
+    /// False when it declines or fails (the render then has its say).
+    bool is_identity(double time, int width, int height);
+
     /// Grades `img` in place at `time`; `unassociated` tells the plug-in that colour is not
     /// multiplied by alpha. Throws render_error (frame_failed) with the plug-in's answer and
     /// its error messages.

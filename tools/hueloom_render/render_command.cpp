@@ -1,8 +1,11 @@
 #include "tools/hueloom_render/render_command.h"
 
+#include "framework/string_helpers.h"
 #include "host/description.h"
 #include "ofx/api/ofx_image_effect.h"
+#include "tools/common/stop_signals.h"
 #include "tools/hueloom_render/command_line.h"
+#include "tools/hueloom_render/file_checks.h"
 #include "tools/hueloom_render/frame_plan.h"
 #include "tools/hueloom_render/image_file.h"
 #include "tools/hueloom_render/look_options.h"
@@ -12,6 +15,7 @@
 #include "tools/hueloom_render/plugin_session.h"
 #include "tools/hueloom_render/progress_report.h"
 #include "tools/hueloom_render/render_error.h"
+#include "tools/hueloom_render/state_blob.h"
 #include "tools/hueloom_render/state_file.h"
 
 #include <OpenImageIO/imageio.h>
@@ -19,7 +23,6 @@
 #include <fmt/ostream.h>
 #include <tbb/global_control.h>
 
-#include <csignal>
 #include <cstdlib>
 #include <memory>
 #include <optional>
@@ -30,8 +33,6 @@ namespace hueloom_render {
 namespace {
 
 namespace fs = std::filesystem;
-
-volatile std::sig_atomic_t stop_flag = 0;
 
 struct command_context {
     const render_options& options;
@@ -58,21 +59,30 @@ std::unique_ptr<tbb::global_control> apply_process_settings(const render_options
                                                  static_cast<std::size_t>(o.threads));
 }
 
-// Every output is checked before the plug-in is loaded, so a wrong folder costs no render.
-void check_outputs(const render_options& o, const std::vector<frame_job>& jobs)
+// Every file is checked before the plug-in is loaded, so a mistake costs no render, and an
+// input that is no regular file is refused before anything opens it.
+void check_files(const render_options& o, const std::vector<frame_job>& jobs)
 {
-    std::set<fs::path> folders;
+    std::vector<fs::path> paths;
     for (const auto& job : jobs) {
-        const fs::path p(job.output);
-        if (folders.insert(p.has_parent_path() ? p.parent_path() : fs::path(".")).second) check_output_folder(p);
+        if (!paths.empty() && paths.back() == job.input) continue;
+        require_regular_input(job.input, fmt::format("cannot read {}", job.input));
+        paths.emplace_back(job.input);
     }
-    if (!o.state_out.empty()) check_output_folder(o.state_out);
+    const input_files inputs(paths);
+    for (const auto& job : jobs) check_output_file(job.output, inputs);
+    if (!o.state_out.empty()) check_output_file(o.state_out, inputs);
     if (!o.export_lut.empty()) {
         if (!is_lut_path(o.export_lut)) {
             throw render_error(exit_code::usage,
                                fmt::format("--export-lut {}: the file must end in .cube or .3dl", o.export_lut));
         }
-        check_output_folder(o.export_lut);
+        if (o.lut_size != default_lut_size && vl1::lowercase(fs::path(o.export_lut).extension().string()) != ".cube") {
+            throw render_error(exit_code::usage,
+                               fmt::format("--lut-size {} needs a .cube file; a .3dl file has 17 points per axis",
+                                           o.lut_size));
+        }
+        check_output_file(o.export_lut, inputs);
     }
 }
 
@@ -96,9 +106,19 @@ void list_params(const command_context& c, plugin_session& session)
 start_look starting_look(const command_context& c, plugin_session& session, const state_file& state)
 {
     start_look look{state.state_text, {}};
+    std::string source = fmt::format("state file {}", c.options.state_in);
     if (!c.options.preset.empty()) {
         look = read_preset_option(c.options.preset, session.parameter_names());
+        source = fmt::format("--preset {}", c.options.preset);
         say(c, fmt::format("preset {}", c.options.preset));
+    }
+    // The layout of the state is Hueloom's; another plug-in's state is its own affair.
+    if (!look.state_text.empty() && session.identifier() == default_plugin_id) {
+        const std::vector<uint8_t> blob = decode_state(look.state_text);
+        const std::string problem = blob.empty() ? "its state text is no base64"
+                                                 : state_problem(blob, component_parameter_count(session.parameter_names()));
+        if (!problem.empty())
+            throw render_error(exit_code::input, fmt::format("{}: the plug-in can't take this state: {}", source, problem));
     }
     if (!c.options.theme.empty()) {
         look.state_text = state_text_with_theme(look.state_text, c.options.theme, session.parameter_names(),
@@ -134,13 +154,17 @@ void apply_look(const command_context& c, ofxhost::instance& inst, const state_f
     }
 }
 
-void render_job(plugin_session& session, const frame_job& job, std::optional<image_file>& still, bool input_is_still,
-                output_depth depth)
+// Grades one frame; the note of the writer, or "".
+std::string render_job(const command_context& c, plugin_session& session, const frame_job& job,
+                       std::optional<image_file>& still, bool input_is_still, output_depth depth)
 {
     image_file source = still ? *still : read_image_file(job.input);
     if (input_is_still && !still) still = source;
-    session.render(source.pixels, job.frame, source.unassociated_alpha);
-    write_image_file(job.output, source.pixels, source, depth);
+    if (session.is_identity(job.frame, source.pixels.width, source.pixels.height))
+        say(c, fmt::format("frame {}: the look is the identity; the source passes through", job.frame));
+    else
+        session.render(source.pixels, job.frame, source.unassociated_alpha);
+    return write_image_file(job.output, source.pixels, source, depth);
 }
 
 void render_all(const command_context& c, plugin_session& session, const std::vector<frame_job>& jobs)
@@ -152,17 +176,24 @@ void render_all(const command_context& c, plugin_session& session, const std::ve
     const bool input_is_still = jobs.size() > 1 && jobs.front().input == jobs.back().input;
     const output_depth depth = parse_output_depth(c.options.depth);
     std::optional<image_file> still_image;
+    std::set<std::string> notes_given;
     for (const auto& job : jobs) {
-        if (stop_flag) {
+        if (vl1::tools::stop_requested()) {
             progress.interrupt();
-            throw render_error(exit_code::interrupted, fmt::format("interrupted before frame {}", job.frame));
+            throw render_error(static_cast<exit_code>(vl1::tools::stop_exit_code()),
+                               fmt::format("interrupted before frame {}", job.frame));
         }
+        std::string note;
         try {
-            render_job(session, job, still_image, input_is_still, depth);
+            note = render_job(c, session, job, still_image, input_is_still, depth);
         } catch (const render_error& e) {
             progress.interrupt();
             if (jobs.size() == 1) throw;
             throw render_error(e.code(), fmt::format("frame {}: {}", job.frame, e.what()));
+        }
+        if (!note.empty() && !c.options.quiet && notes_given.insert(note).second) {
+            progress.interrupt();
+            fmt::print(c.err, "hueloom-render: note: {}\n", note);
         }
         progress.frame_done(fmt::format("{} -> {}", job.input, job.output));
     }
@@ -176,8 +207,8 @@ int run(const command_context& c)
     std::vector<frame_job> jobs;
     if (!o.input.empty() && !o.output.empty()) jobs = plan_frames(o.input, o.output, o.frames);
     const int look_frame = jobs.empty() ? first_frame(o.frames) : jobs.front().frame;
+    check_files(o, jobs);
     const state_file state = o.state_in.empty() ? state_file{} : read_state_file(o.state_in);
-    check_outputs(o, jobs);
 
     plugin_session session(plugin_search_folders(o.plugin_path, c.build_plugin_folder), o.plugin_id,
                            {static_cast<unsigned>(o.threads), o.verbose});
@@ -194,8 +225,10 @@ int run(const command_context& c)
         session.open_editor(picture.pixels, look_frame);
     }
     if (!jobs.empty()) render_all(c, session, jobs);
+    if (vl1::tools::stop_requested())
+        throw render_error(static_cast<exit_code>(vl1::tools::stop_exit_code()), "interrupted");
     if (!o.export_lut.empty()) {
-        export_lut(session, look_frame, o.export_lut);
+        export_lut(session, look_frame, o.export_lut, o.lut_size);
         if (!o.quiet) fmt::print(c.err, "hueloom-render: LUT written to {}\n", o.export_lut);
     }
     if (!o.state_out.empty()) {
@@ -210,8 +243,6 @@ int run(const command_context& c)
 }
 
 }  // namespace
-
-void request_stop() noexcept { stop_flag = 1; }
 
 int run_render_command(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
                        bool err_is_terminal, const fs::path& build_plugin_folder, bool open_editor)

@@ -13,12 +13,10 @@ namespace hueloom_render {
 /// progress and errors to `err` (`err_is_terminal` picks the progress bar). The exit codes
 /// are those of render_error.h. `build_plugin_folder` is searched for the plug-in after
 /// OFX_PLUGIN_PATH. With `open_editor` (hueloom-look) the plug-in's editor opens on the
-/// input before anything is written, and what it leaves is the look. Never throws.
+/// input before anything is written, and what it leaves is the look. After SIGINT or SIGTERM
+/// (tools/common/stop_signals.h) it stops after the frame at hand. Never throws.
 int run_render_command(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
                        bool err_is_terminal, const std::filesystem::path& build_plugin_folder,
                        bool open_editor = false);
-
-/// Asks a running command to stop after the frame at hand (from a signal handler).
-void request_stop() noexcept;
 
 }  // namespace hueloom_render

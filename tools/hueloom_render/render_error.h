@@ -15,7 +15,8 @@ enum class exit_code : int {
     input = 3,         // an input image or state file is missing or unreadable
     plugin = 4,        // the plug-in can't be found, loaded or instantiated
     output = 5,        // an output folder or file can't be written
-    interrupted = 130  // SIGINT or SIGTERM between two frames
+    interrupted = 130,  // SIGINT between two frames
+    terminated = 143    // SIGTERM likewise
 };
 
 class render_error : public std::runtime_error {

@@ -1,5 +1,7 @@
 #include "tools/hueloom_render/state_blob.h"
 
+#include "framework/state_text.h"
+#include "themes/hueloom_theme_state_serializer_v1.h"
 #include "tools/hueloom_render/plugin_session.h"
 
 #include <fmt/format.h>
@@ -58,6 +60,8 @@ std::string encode_state(const std::vector<uint8_t>& blob)
 
 std::vector<uint8_t> decode_state(const std::string& text)
 {
+    // The packed form as the plug-in writes it; a state is a few megabytes.
+    if (text.rfind(vl1::packed_state_prefix, 0) == 0) return vl1::decode_state_text(text.c_str(), 64u << 20);
     std::vector<uint8_t> blob(text.size() / 4 * 3 + 3);
     std::size_t length = 0;
     if (text.empty() || sodium_base642bin(blob.data(), blob.size(), text.data(), text.size(), nullptr, &length,
@@ -65,6 +69,28 @@ std::vector<uint8_t> decode_state(const std::string& text)
         return {};
     blob.resize(length);
     return blob;
+}
+
+std::string state_problem(const std::vector<uint8_t>& blob, std::size_t parameters)
+{
+    if (blob.size() < header_size || std::memcmp(blob.data(), base_magic, 4) != 0)
+        return "it is no saved state of the plug-in (it doesn't begin with \"s1vc\")";
+    const auto declared = read_at<int32_t>(blob, 4);
+    const std::size_t present = (blob.size() - header_size) / record_size;
+    if (declared < 0 || static_cast<std::size_t>(declared) > present)
+        return fmt::format("it is cut off: {} parameter records declared, {} present", declared, present);
+    const std::size_t base = header_size + record_size * static_cast<std::size_t>(declared);
+    if (blob.size() == base || static_cast<std::size_t>(declared) != parameters) return {};
+    if (blob[base] > 1) return fmt::format("its theme flag is {}, not 0 or 1", blob[base]);
+    if (blob[base] == 0) return {};
+    const std::size_t record_bytes = blob.size() - base - 1;
+    if (record_bytes < vl1::theme_state_entry_bytes)
+        return fmt::format("its theme record is cut off after {} of {} bytes", record_bytes,
+                           vl1::theme_state_entry_bytes);
+    vl1::hueloom_theme_v1 theme;
+    if (!vl1::hueloom_theme_state_serializer_v1::read_theme_from_vector(theme, blob, base + 1))
+        return "An error occured when loading a saved theme.";
+    return {};
 }
 
 std::vector<std::pair<uint32_t, std::string>> parameter_values_of_state(const std::vector<uint8_t>& blob)

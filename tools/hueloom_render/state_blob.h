@@ -22,6 +22,11 @@ std::string encode_state(const std::vector<uint8_t>& blob);
 /// Empty for text that isn't base64.
 std::vector<uint8_t> decode_state(const std::string& text);
 
+/// Why the plug-in would not take `blob` as its saved state, or "" when it would: garbage
+/// without the base part's magic, records cut off, a theme record that is cut off or doesn't
+/// read (the plug-in's own words for that). `parameters` is component_parameter_count's.
+std::string state_problem(const std::vector<uint8_t>& blob, std::size_t parameters);
+
 /// (uid, value as text) of each continuous or boolean record of the base part.
 std::vector<std::pair<uint32_t, std::string>> parameter_values_of_state(const std::vector<uint8_t>& blob);
 

@@ -1,5 +1,6 @@
 #include "tools/hueloom_render/state_file.h"
 
+#include "framework/state_text.h"
 #include "framework/string_helpers.h"
 #include "tools/hueloom_render/output_file.h"
 #include "tools/hueloom_render/render_error.h"
@@ -7,6 +8,7 @@
 #include <fmt/format.h>
 #include <sodium.h>
 
+#include <cstring>
 #include <fstream>
 #include <sstream>
 
@@ -35,8 +37,11 @@ std::string describe_bad_base64(const std::string& text)
 
 }  // namespace
 
-bool is_state_text(const std::string& text)
+bool is_state_text(const std::string& packed_or_plain)
 {
+    // The plug-in writes the packed form: a prefix, then base64 as before.
+    const bool packed = packed_or_plain.rfind(vl1::packed_state_prefix, 0) == 0;
+    const std::string text = packed ? packed_or_plain.substr(std::strlen(vl1::packed_state_prefix)) : packed_or_plain;
     if (text.empty() || text.size() % 4 != 0) return false;
     if (sodium_init() < 0) return false;
     std::vector<unsigned char> bytes(text.size() / 4 * 3);

@@ -20,7 +20,8 @@ void print_overview(std::ostream& out)
         out << "  " << usage << std::string(usage.size() < 22 ? 22 - usage.size() : 1, ' ') << command.summary << "\n";
     }
     out << "\nRun 'hueloom-theme COMMAND --help' for more about a command.\n"
-           "Exit codes: 0 success, 1 failure, 2 wrong usage.\n";
+           "Exit codes: 0 success, 1 failure, 2 wrong usage, 3 theme server not reachable (pull),\n"
+           "130 and 143 ended by SIGINT and SIGTERM.\n";
 }
 
 void print_command_help(const theme_command& command, std::ostream& out)

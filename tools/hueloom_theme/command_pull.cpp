@@ -10,6 +10,8 @@
 #include "themes/web/theme_addresses.h"
 #include "themes/web/theme_file_check.h"
 #include "themes/web/web_client_settings.h"
+#include "themes/web/web_transfer.h"
+#include "tools/common/stop_signals.h"
 #include "tools/hueloom_theme/theme_command.h"
 
 namespace vl1::themetool {
@@ -66,6 +68,20 @@ int run_pull_command(const std::vector<std::string>& arguments, command_io& io)
     if (const std::string problem = parse_pull_options(arguments, o); !problem.empty())
         return usage_error("pull", io, problem);
 
+    // One look at the manifest first, so that a server that can't be reached is told apart
+    // from one that lacks a theme.
+    {
+        const std::atomic<bool> never{false};
+        web_transfer probe(never);
+        std::string body;
+        const web_transfer_result r =
+            probe.fetch_to_string(o.server + "/manifest.json", body, probe.get_limits().max_manifest_bytes);
+        if (r.unreachable) {
+            io.err << fmt::format("hueloom-theme pull: cannot reach the theme server {}: {}\n", o.server, r.error);
+            return exit_unreachable;
+        }
+    }
+
     // The same vault and download client as the plug-in's editor uses.
     hueloom_vault vault;
     vault.set_web_client_factory(make_web_client_factory());
@@ -75,9 +91,13 @@ int run_pull_command(const std::vector<std::string>& arguments, command_io& io)
 
     std::atomic<bool> finished{false};
     if (vault.download_themes(o.server, o.uids, [&finished] { finished = true; })) {
-        while (!finished && vault.get_download_percentage() >= 0.0f)
+        while (!finished && vault.get_download_percentage() >= 0.0f && !tools::stop_requested())
             std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        vault.stop_download_themes();  // joins the worker, which has ended by now
+        vault.stop_download_themes();  // joins the worker; a transfer still running ends within a second
+    }
+    if (tools::stop_requested()) {
+        io.err << "hueloom-theme pull: interrupted\n";
+        return tools::stop_exit_code();
     }
     vault.fill_theme_collection_from_appdata({}, true);
 

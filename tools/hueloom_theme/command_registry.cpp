@@ -13,7 +13,14 @@ const std::vector<theme_command>& theme_commands()
          run_import_command},
         {"pack", "FOLDER OUT.hlt", "import a theme folder and write it as a theme file",
          "Imports FOLDER as 'import' does, but writes the theme file to OUT.hlt instead of the\n"
-         "app-data folder, e.g. to put it on a theme server.",
+         "app-data folder, e.g. to put it on a theme server.\n\n"
+         "FOLDER holds theme.json, the LUT files (.cube, .3dl) and the wheel's background picture\n"
+         "it names, all inside FOLDER. theme.json, in short:\n"
+         "  {\"name\": \"Evening\", \"version\": 1, \"uid\": \"0a1b2c3d\" (needed from version 2),\n"
+         "   \"wheel\": {\"background\": \"wheel.png\"},\n"
+         "   \"luts\": [{\"name\": \"warm.cube\", \"rotation\": 0}, {\"name\": \"cool.cube\", \"rotation\": 180}],\n"
+         "   \"post_processing\": {\"enabled\": true, \"lut\": \"finish.cube\"} (optional)}\n"
+         "Every field, its type and whether it is required: docs/authoring.md of the Hueloom sources.",
          run_pack_command},
         {"info", "FILE.hlt", "describe a theme file",
          "Shows the uid, theme and format versions, name, wheel LUTs with their angles and what\n"
@@ -36,7 +43,8 @@ const std::vector<theme_command>& theme_commands()
          "Fetches the server's manifest and downloads each named theme that the server has in a\n"
          "newer version than the app-data folder, as the plug-in's editor does. The server and\n"
          "the themes default to HUELOOM_THEME_SERVER and HUELOOM_WANTED_THEMES. Exits with 1 if\n"
-         "a theme is not on the server or could not be downloaded.",
+         "a theme is not on the server or could not be downloaded, with 3 if the server could\n"
+         "not be reached (its name not resolved, the connection refused or timed out).",
          run_pull_command},
     };
     return commands;

@@ -1,12 +1,10 @@
 // hueloom-theme serve DIR [--port N] [--bind ADDRESS]
-#include <atomic>
-#include <csignal>
 #include <filesystem>
 #include <iostream>
-#include <thread>
 
 #include <fmt/format.h>
 
+#include "tools/common/stop_signals.h"
 #include "tools/hueloom_theme/theme_command.h"
 #include "tools/hueloom_theme/theme_server.h"
 
@@ -65,40 +63,26 @@ int run_serve_command(const std::vector<std::string>& arguments, command_io& io)
         return exit_failure;
     }
 
-    // SIGINT and SIGTERM end the server through a thread that waits for them, since the
-    // server can't be stopped from a signal handler.
-    sigset_t stop_signals;
-    sigemptyset(&stop_signals);
-    sigaddset(&stop_signals, SIGINT);
-    sigaddset(&stop_signals, SIGTERM);
-    pthread_sigmask(SIG_BLOCK, &stop_signals, nullptr);
-
     theme_server server(o.folder);
-    const int port = server.bind(o.address, o.port);
+    std::string problem;
+    const int port = server.bind(o.address, o.port, problem);
     if (port < 0) {
-        io.err << fmt::format("hueloom-theme serve: cannot listen on {}:{}\n", o.address, o.port);
+        io.err << fmt::format("hueloom-theme serve: cannot listen on {}:{}: {}\n", o.address, o.port, problem);
         return exit_failure;
     }
     const theme_catalogue catalogue = scan_theme_folder(o.folder);
-    for (const std::string& problem : catalogue.problems)
-        io.err << "hueloom-theme serve: " << problem << "\n";
+    for (const std::string& line : catalogue.problems)
+        io.err << "hueloom-theme serve: " << line << "\n";
     io.out << fmt::format("Serving {} themes from {} at http://{}:{}\n", catalogue.themes.size(), o.folder,
                           o.address, port);
     io.out.flush();
     server.on_request([&io](const std::string& line) { io.err << line << std::endl; });
 
-    std::atomic<bool> asked_to_stop{false};
-    std::thread waiter([&server, &asked_to_stop, stop_signals] {
-        int received = 0;
-        sigwait(&stop_signals, &received);
-        asked_to_stop = true;
-        server.stop();
-    });
+    // SIGINT and SIGTERM are the way to end the server: it stops serving and exits with 0.
+    tools::on_stop([&server] { server.stop(); });
     const bool served = server.listen();
-    if (!asked_to_stop)
-        pthread_kill(waiter.native_handle(), SIGTERM);  // the server ended by itself: wake the waiter
-    waiter.join();
-    if (!served && !asked_to_stop) {
+    tools::clear_on_stop();
+    if (!served && !tools::stop_requested()) {
         io.err << "hueloom-theme serve: the server stopped unexpectedly\n";
         return exit_failure;
     }

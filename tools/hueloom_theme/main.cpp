@@ -3,10 +3,12 @@
 #include <string>
 #include <vector>
 
+#include "tools/common/stop_signals.h"
 #include "tools/hueloom_theme/command_dispatch.h"
 
 int main(int argc, char** argv)
 {
+    vl1::tools::install_stop_signals();
     std::vector<std::string> arguments;
     try {
         arguments.assign(argv + 1, argv + argc);

@@ -14,6 +14,8 @@ namespace vl1::themetool {
 inline constexpr int exit_ok = 0;
 inline constexpr int exit_failure = 1;
 inline constexpr int exit_usage = 2;
+/// pull: the theme server could not be reached at all.
+inline constexpr int exit_unreachable = 3;
 
 /// Where a subcommand writes: results to `out`, problems to `err`.
 struct command_io {

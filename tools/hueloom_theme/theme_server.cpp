@@ -6,7 +6,9 @@
 #include <fmt/format.h>
 #include <httplib.h>
 
+#include <cerrno>
 #include <chrono>
+#include <cstring>
 #include <ctime>
 #include <fstream>
 #include <iterator>
@@ -113,6 +115,9 @@ struct theme_server::impl {
 theme_server::theme_server(fs::path folder) : self(std::make_unique<impl>())
 {
     self->folder = std::move(folder);
+    // No SO_REUSEADDR or SO_REUSEPORT: with them a second server binds to a port in use, and
+    // the two processes take turns at answering. Without them the second one is refused.
+    self->http.set_socket_options([](socket_t) {});
     self->http.Get("/manifest.json", [this](const httplib::Request&, httplib::Response& res) { self->serve_manifest(res); });
     self->http.Get(R"(/([0-9a-f]{2})/([0-9a-f]{2})/([0-9a-f]{4})\.hlt)",
                    [this](const httplib::Request& req, httplib::Response& res) { self->serve_theme(req, res); });
@@ -124,11 +129,17 @@ theme_server::theme_server(fs::path folder) : self(std::make_unique<impl>())
 
 theme_server::~theme_server() { stop(); }
 
-int theme_server::bind(const std::string& address, int port)
+int theme_server::bind(const std::string& address, int port, std::string& problem)
 {
-    if (port == 0)
-        return self->http.bind_to_any_port(address);
-    return self->http.bind_to_port(address, port) ? port : -1;
+    errno = 0;
+    const int bound = port == 0 ? self->http.bind_to_any_port(address) : self->http.bind_to_port(address, port) ? port : -1;
+    if (bound < 0) {
+        const int error = errno;
+        problem = error == EADDRINUSE ? "another process listens on that port"
+                  : error != 0        ? std::strerror(error)
+                                      : "the address can't be bound";
+    }
+    return bound;
 }
 
 bool theme_server::listen() { return self->http.listen_after_bind(); }

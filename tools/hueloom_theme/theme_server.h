@@ -41,8 +41,9 @@ public:
     explicit theme_server(std::filesystem::path folder);
     ~theme_server();
 
-    /// Binds to `address`; port 0 picks a free one. The bound port, or -1 on failure.
-    int bind(const std::string& address, int port);
+    /// Binds to `address`; port 0 picks a free one. The bound port, or -1 with the reason in
+    /// `problem` (a port that another process listens on is refused).
+    int bind(const std::string& address, int port, std::string& problem);
     /// Serves until stop(); false if it could not listen.
     bool listen();
     /// Ends listen() from any thread.

@@ -79,6 +79,7 @@ TEST_F(ThemeCommand, OverviewNamesEveryCommandAndHelpSucceeds)
     const process_result pack_help = run({"pack", "--help"});
     EXPECT_EQ(pack_help.exit_code, 0);
     EXPECT_TRUE(contains(pack_help.out, "Usage: hueloom-theme pack FOLDER OUT.hlt"));
+    EXPECT_TRUE(contains(pack_help.out, "docs/authoring.md")) << "where theme.json is written down";
     EXPECT_EQ(run({"help", "info"}).out, run({"info", "-h"}).out);
 }
 

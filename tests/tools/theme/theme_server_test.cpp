@@ -3,7 +3,10 @@
 // at a port of its own choosing.
 #include <gtest/gtest.h>
 
+#include <arpa/inet.h>
+#include <netinet/in.h>
 #include <signal.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -131,6 +134,75 @@ TEST_F(theme_server_test, PullBringsNewerThemesAndLeavesCurrentOnesAlone)
     EXPECT_TRUE(contains(r.err, "0badcafe is not on " + server.url)) << r.err;
     EXPECT_FALSE(fs::exists(pulled_file(0x0badcafe)));
     EXPECT_EQ(server.stop(), 0);
+}
+
+/// A TCP socket on 127.0.0.1 that listens but never accepts: connections are made by the
+/// kernel and then nothing is ever answered. Its port, or -1.
+int silent_listener(int& fd)
+{
+    fd = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t length = sizeof address;
+    if (fd < 0 || bind(fd, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 || listen(fd, 4) != 0 ||
+        getsockname(fd, reinterpret_cast<sockaddr*>(&address), &length) != 0)
+        return -1;
+    return ntohs(address.sin_port);
+}
+
+TEST_F(theme_server_test, ASecondServerOnAPortInUseIsRefused)
+{
+    running_server server(served);
+    const std::string port = server.url.substr(server.url.rfind(':') + 1);
+    const auto r = run_process(HUELOOM_THEME_TOOL, {"serve", served.string(), "--port", port}, home);
+    EXPECT_EQ(r.exit_code, 1);
+    EXPECT_TRUE(contains(r.err, "cannot listen on 127.0.0.1:" + port + ": another process listens on that port"))
+        << r.err;
+    EXPECT_EQ(server.stop(), 0);
+}
+
+TEST_F(theme_server_test, PullTellsAServerItCantReachFromAMissingTheme)
+{
+    int fd = -1;
+    const int port = silent_listener(fd);
+    ASSERT_GT(port, 0);
+    close(fd);  // nothing listens there now: the connection is refused
+    const std::string url = "http://127.0.0.1:" + std::to_string(port);
+    const auto r = run_process(HUELOOM_THEME_TOOL, {"pull", "--server", url, "7e57f00d"}, home);
+    EXPECT_EQ(r.exit_code, 3);
+    EXPECT_TRUE(contains(r.err, "cannot reach the theme server " + url + ": the connection was refused")) << r.err;
+    EXPECT_FALSE(contains(r.err, "is not on")) << r.err;
+}
+
+TEST_F(theme_server_test, SigintEndsAPullThatWaitsForASilentServer)
+{
+    int fd = -1;
+    const int port = silent_listener(fd);
+    ASSERT_GT(port, 0);
+    const std::string url = "http://127.0.0.1:" + std::to_string(port);
+    const pid_t pid = fork();
+    if (pid == 0) {
+        setenv("HOME", home.c_str(), 1);
+        execl(HUELOOM_THEME_TOOL, HUELOOM_THEME_TOOL, "pull", "--server", url.c_str(), "7e57f00d", nullptr);
+        _exit(127);
+    }
+    // The transfer's own time-outs are 10 and 30 seconds; the signal must not wait for them.
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    kill(pid, SIGINT);
+    int status = 0;
+    pid_t ended = 0;
+    for (int i = 0; i < 100 && ended == 0; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        ended = waitpid(pid, &status, WNOHANG);
+    }
+    if (ended == 0) {
+        kill(pid, SIGKILL);
+        waitpid(pid, &status, 0);
+    }
+    close(fd);
+    EXPECT_EQ(ended, pid) << "still running 5 s after SIGINT";
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 130);
 }
 
 TEST_F(theme_server_test, ThePluginsDownloadClientInstallsFromTheServer)

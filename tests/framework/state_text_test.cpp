@@ -1,0 +1,136 @@
+// The state blob as text, as hosts keep it in "binaryStateParam": packed (fpzip for the
+// float grids, zstd for the rest) and, as earlier versions wrote it, plain base64.
+#include <gtest/gtest.h>
+#include <sodium.h>
+#include <zstd.h>
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <random>
+
+#include "framework/state_packing.h"
+#include "framework/state_text.h"
+
+namespace vl1 {
+namespace {
+
+constexpr std::size_t no_limit = std::numeric_limits<std::size_t>::max();
+
+std::vector<uint8_t> counting_blob(size_t size)
+{
+    std::vector<uint8_t> blob(size);
+    for (size_t i = 0; i < size; ++i)
+        blob[i] = static_cast<uint8_t>(i * 7 + 1);
+    return blob;
+}
+
+/// A blob with smooth float grids at odd offsets, special floats among them.
+std::vector<uint8_t> blob_with_grids(std::vector<state_float_grid>& grids)
+{
+    std::vector<uint8_t> blob = counting_blob(40000 + 3);
+    grids = {{13, 8, 8, 8, 3}, {13 + 6144 + 5, 16, 4, 2, 1}, {20001, 10, 10, 10, 3}};
+    std::mt19937 rng(7);
+    for (const state_float_grid& g : grids) {
+        for (std::size_t i = 0; i < g.bytes() / 4; ++i) {
+            float v = std::sin(float(i) * 0.01f) + std::uniform_real_distribution<float>(0.0f, 1e-6f)(rng);
+            if (i % 97 == 0)
+                v = (i / 97) % 3 == 0 ? std::numeric_limits<float>::quiet_NaN() : (i / 97) % 3 == 1 ? -0.0f : 1e-41f;
+            std::memcpy(blob.data() + g.offset + 4 * i, &v, 4);
+        }
+    }
+    return blob;
+}
+
+TEST(StateText, PackedTextGivesTheBlobBackByteForByte)
+{
+    std::vector<state_float_grid> grids;
+    const std::vector<uint8_t> blob = blob_with_grids(grids);
+    const std::string text = encode_state_text(blob, grids);
+    ASSERT_EQ(text.rfind(packed_state_prefix, 0), 0u);
+    EXPECT_EQ(decode_state_text(text.c_str(), blob.size()), blob);
+    EXPECT_LT(text.size(), plain_state_text(blob).size() / 2);
+
+    // Grids that overlap, reach past the blob or hold nothing are stored as plain bytes.
+    const std::vector<state_float_grid> wrong = {{100, 4, 4, 4, 1}, {120, 4, 4, 4, 1}, {blob.size() - 8, 2, 2, 1, 1},
+                                                 {30000, 0, 4, 4, 1}};
+    EXPECT_EQ(decode_state_text(encode_state_text(blob, wrong).c_str(), blob.size()), blob);
+    EXPECT_EQ(decode_state_text(encode_state_text({}, {}).c_str(), 10).size(), 0u);
+}
+
+TEST(StateText, PlainBase64FromEarlierVersionsReadsWithZeroPadding)
+{
+    for (size_t size : {3u * 16, 3u * 16 + 1, 3u * 16 + 2}) {
+        const auto blob = counting_blob(size);
+        const std::string text = plain_state_text(blob);
+        EXPECT_EQ(text.size() % 4, 0u);
+        const auto decoded = decode_state_text(text.c_str(), size);
+        ASSERT_EQ(decoded.size(), (text.size() / 4) * 3);
+        EXPECT_TRUE(std::equal(blob.begin(), blob.end(), decoded.begin())) << size;
+        for (size_t i = blob.size(); i < decoded.size(); ++i)
+            EXPECT_EQ(decoded[i], 0) << "padding behind a blob of " << size << " bytes";
+    }
+}
+
+TEST(StateText, TextThatCarriesNoStateDecodesToNothing)
+{
+    for (const char* text : {(const char*)nullptr, "", "QQ=", "not base64 at all!", "QUJD\xff\xfe", "hlz1:", "hlz1:QUJD",
+                             "hlz1:!!!!", "hlz2:QUJD"})
+        EXPECT_TRUE(decode_state_text(text, no_limit).empty()) << (text ? text : "null");
+}
+
+/// A packed state around `rest_frame`, with a digest that matches: what a host that forged
+/// the form, or a future writer, might hand over.
+std::vector<uint8_t> packed_around(uint32_t state_bytes, const std::vector<uint8_t>& rest_frame)
+{
+    std::vector<uint8_t> out(44 + rest_frame.size(), 0);
+    std::memcpy(out.data(), &state_bytes, 4);
+    const auto size = uint32_t(rest_frame.size());
+    std::memcpy(out.data() + 40, &size, 4);
+    std::copy(rest_frame.begin(), rest_frame.end(), out.begin() + 44);
+    crypto_generichash(out.data() + 4, 32, out.data() + 36, out.size() - 36, nullptr, 0);
+    return out;
+}
+
+std::vector<uint8_t> zstd_frame(std::size_t zeros, bool declare_size)
+{
+    const std::vector<uint8_t> data(zeros, 0);
+    std::vector<uint8_t> frame(ZSTD_compressBound(zeros));
+    ZSTD_CCtx* cctx = ZSTD_createCCtx();
+    ZSTD_CCtx_setParameter(cctx, ZSTD_c_contentSizeFlag, declare_size ? 1 : 0);
+    frame.resize(ZSTD_compress2(cctx, frame.data(), frame.size(), data.data(), data.size()));
+    ZSTD_freeCCtx(cctx);
+    return frame;
+}
+
+TEST(StatePacking, RefusesWhatWouldGrowPastTheStateOrWasntWrittenByUs)
+{
+    std::vector<state_float_grid> grids;
+    const std::vector<uint8_t> blob = blob_with_grids(grids);
+    const std::vector<uint8_t> packed = pack_state(blob, grids);
+    std::string error;
+    EXPECT_EQ(unpack_state(packed.data(), packed.size(), blob.size(), error), blob);
+    EXPECT_EQ(error, "");
+
+    EXPECT_TRUE(unpack_state(packed.data(), packed.size(), blob.size() - 1, error).empty());
+    EXPECT_EQ(error, "the packed state claims 40003 bytes, more than the 40002 bytes of a state");
+
+    std::vector<uint8_t> damaged = packed;
+    damaged[damaged.size() / 2] ^= 1;
+    EXPECT_TRUE(unpack_state(damaged.data(), damaged.size(), blob.size(), error).empty());
+    EXPECT_EQ(error, "the packed state is damaged: its digest doesn't match");
+
+    const auto expect_refused = [&](const std::vector<uint8_t>& forged, const char* why) {
+        EXPECT_TRUE(unpack_state(forged.data(), forged.size(), 1000, error).empty());
+        EXPECT_NE(error.find(why), std::string::npos) << error;
+    };
+    expect_refused(packed_around(0xffffffffu, zstd_frame(10, true)), "claims 4294967295 bytes");
+    expect_refused(packed_around(1000, zstd_frame(1 << 24, true)), "rest claims another size");
+    expect_refused(packed_around(1000, zstd_frame(1 << 24, false)), "rest claims another size");
+    expect_refused(packed_around(1000, zstd_frame(999, true)), "rest claims another size");
+    const std::vector<uint8_t> honest = packed_around(1000, zstd_frame(1000, true));
+    EXPECT_EQ(unpack_state(honest.data(), honest.size(), 1000, error), std::vector<uint8_t>(1000, 0));
+}
+
+}  // namespace
+}  // namespace vl1
