@@ -122,3 +122,37 @@ const Fl_RGB_Image* CVLBitmap::toolkit_image()
 }
 
 }  // namespace vl1::gui
+
+namespace vl1::gui {
+
+std::shared_ptr<CVLBitmap> createScaledBitmap(const CVLBitmap& source, int width)
+{
+    if (source.empty() || width <= 0)
+        return std::make_shared<CVLBitmap>(static_cast<cairo_surface_t*>(nullptr), source.scale());
+    // Worked in pixels of the source, so a double-density picture stays sharp.
+    const double scale = source.scale();
+    const int target = static_cast<int>(width * scale);
+    const int source_width = source.pixel_width(), height = source.pixel_height();
+    const int quarter = source_width / 4;
+    cairo_surface_t* out = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, target, height);
+    cairo_t* cr = cairo_create(out);
+    auto copy = [&](int from_x, int to_x, int w) {
+        cairo_save(cr);
+        cairo_rectangle(cr, to_x, 0, w, height);
+        cairo_clip(cr);
+        cairo_set_source_surface(cr, source.cairo_surface(), to_x - from_x, 0);
+        cairo_paint(cr);
+        cairo_restore(cr);
+    };
+    copy(0, 0, quarter);
+    if (target - quarter > quarter) {
+        for (int x = quarter; x < target - quarter; ++x)
+            copy(quarter, x, 1);
+    }
+    copy(source_width - quarter, target - quarter, quarter);
+    cairo_destroy(cr);
+    cairo_surface_flush(out);
+    return std::make_shared<CVLBitmap>(out, scale);
+}
+
+}  // namespace vl1::gui

@@ -56,3 +56,12 @@ private:
 cairo_surface_t* decode_png(const std::vector<uint8_t>& png);
 
 }  // namespace vl1::gui
+
+namespace vl1::gui {
+
+/// `source` widened to `width` points without distorting its ends: the outer quarters stay
+/// as they are, the column at the left quarter's edge fills the middle. Same scale as the
+/// source; an empty source gives an empty bitmap.
+std::shared_ptr<CVLBitmap> createScaledBitmap(const CVLBitmap& source, int width);
+
+}  // namespace vl1::gui

@@ -1,5 +1,7 @@
 #include "gui/cvl_panel.h"
 
+#include <FL/fl_draw.H>
+
 #include <cmath>
 
 #include "gui/canvas.h"
@@ -16,11 +18,30 @@ CVLPanel::CVLPanel(int x, int y, int w, int h, std::shared_ptr<CCachedNinePartTi
 
 void CVLPanel::draw()
 {
-    if (background) {
-        canvas cr;
-        background->draw(cr, x(), y(), w(), h());
+    if ((damage() & ~FL_DAMAGE_CHILD) != 0) {
+        if (background) {
+            canvas cr;
+            background->draw(cr, x(), y(), w(), h());
+        }
+        draw_children();
+        return;
     }
-    draw_children();
+    // Only some children changed: each gets the background below it again (controls without
+    // a box of their own draw over it), and nothing else is touched.
+    for (int i = 0; i < children(); ++i) {
+        Fl_Widget& c = *child(i);
+        if (!c.visible() || c.damage() == 0)
+            continue;
+        if (background) {
+            fl_push_clip(c.x(), c.y(), c.w(), c.h());
+            {
+                canvas cr;
+                background->draw(cr, x(), y(), w(), h());
+            }
+            fl_pop_clip();
+        }
+        draw_child(c);
+    }
 }
 
 CVLPicture::CVLPicture(int x, int y, std::shared_ptr<CVLBitmap> picture)

@@ -34,6 +34,7 @@ bool gui_utils::alert_box(void* parent, const std::string& title, const std::str
         log("Alert without a display: {0} {1}", title, text);
         return false;
     }
+    log("Alert: {0}: {1}", title, text);
     const std::string first =
         first_button.empty() ? localize_text(user_language(), "{en:OK}{de:OK}") : first_button;
     if (auto* w = dynamic_cast<fltk_window*>(static_cast<window*>(parent)); w != nullptr && w->content() != nullptr)

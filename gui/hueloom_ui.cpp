@@ -5,41 +5,85 @@
 #include <FL/Fl_Scroll.H>
 #include <FL/Fl_Tooltip.H>
 
-#include <set>
-#include <string>
+#include <cmath>
+#include <functional>
 
+#include "effect/hueloom.h"
+#include "framework/cparameter.h"
 #include "framework/ihost.h"
 #include "framework/iutils.h"
 #include "framework/localize.h"
 #include "gui/cvl_button.h"
 #include "gui/cvl_image_preview.h"
+#include "gui/cvl_option_menu.h"
 #include "gui/cvl_panel.h"
+#include "gui/cvl_plugin_toolbar.h"
+#include "gui/cvl_progress_bar.h"
+#include "gui/cvl_text.h"
 #include "gui/monitor_profile.h"
 #include "gui/window.h"
 #include "gui/x11_session.h"
+#include "themes/hueloom_vault.h"
 
 namespace vl1::gui {
 namespace {
 
-constexpr int row_height = editor_toolbar_height / 2;
+const Fl_Color editor_grey = fl_rgb_color(47, 47, 47);
 
 std::shared_ptr<CCachedNinePartTiledBitmap> nine_part(const char* name)
 {
     return std::make_shared<CCachedNinePartTiledBitmap>(std::make_shared<CVLBitmap>(name, 2.0), 3.0);
 }
 
-/// Widgets of the toolkit keep a pointer to their tooltip; texts live as long as the process.
-const char* keep_text(const std::string& text)
-{
-    static std::set<std::string> texts;
-    return texts.insert(text).first->c_str();
-}
+/// The editor's frame: takes the keys that no control used.
+class editor_frame : public Fl_Group {
+public:
+    editor_frame(int w, int h, std::function<int(int, bool, bool)> on_key)
+        : Fl_Group(0, 0, w, h), on_key(std::move(on_key))
+    {
+        box(FL_FLAT_BOX);
+        color(editor_grey);
+    }
+
+    int handle(int event) override
+    {
+        if (Fl_Group::handle(event))
+            return 1;
+        if (event != FL_SHORTCUT && event != FL_KEYBOARD)
+            return 0;
+        return on_key(Fl::event_key(), Fl::event_state(FL_CTRL) != 0, Fl::event_state(FL_SHIFT) != 0);
+    }
+
+private:
+    std::function<int(int, bool, bool)> on_key;
+};
 
 }  // namespace
+
+panel_layout compute_panel_layout(double menu_w, double menu_h, double wheel_w, double wheel_h, double handle_h)
+{
+    panel_layout l{};
+    l.menu_left = (editor_panel_width - (menu_w + 1)) * 0.5 - 15;
+    l.menu_right = l.menu_left + menu_w + 1;
+    l.menu_bottom = 40 + menu_h + 1;
+    l.wheel_left = static_cast<int>(std::floor((editor_panel_width - (wheel_w + 1)) * 0.5 + 0.5));
+    l.wheel_right = static_cast<int>(std::floor((editor_panel_width - (wheel_w + 1)) * 0.5 + wheel_w + 1.5));
+    l.wheel_bottom = static_cast<int>(std::floor(108 + wheel_h + 1.5));
+    const int gaps[3] = {40, 100, 160};
+    for (int i = 0; i < 3; ++i) {
+        l.slider_top[i] = l.wheel_bottom + gaps[i];
+        l.slider_bottom[i] = l.wheel_bottom + gaps[i] + 18 + static_cast<int>(handle_h);
+    }
+    return l;
+}
 
 hueloom_ui::hueloom_ui(std::weak_ptr<icomponent_v1> component) : cview_v1(std::move(component)) {}
 
 hueloom_ui::~hueloom_ui() = default;
+
+std::shared_ptr<hueloom> hueloom_ui::effect() const { return std::dynamic_pointer_cast<hueloom>(component.lock()); }
+
+std::string hueloom_ui::text(const std::string& localisable) const { return localize_text(language, localisable); }
 
 void hueloom_ui::init_view()
 {
@@ -51,41 +95,33 @@ void hueloom_ui::init_view()
     if (auto owner = component.lock(); owner && owner->get_host())
         language = owner->get_host()->get_language();
     Fl_Tooltip::delay(4.0f);
-    Fl_Tooltip::color(fl_rgb_color(47, 47, 47));
+    Fl_Tooltip::color(editor_grey);
     Fl_Tooltip::textcolor(fl_rgb_color(200, 200, 200));
     if (!monitor)
         monitor = std::make_shared<monitor_profile_transform>(monitor_profile());
 
     w->begin();
-    frame = new Fl_Group(0, 0, width, height);
-    frame->box(FL_FLAT_BOX);
-    frame->color(fl_rgb_color(47, 47, 47));
+    frame = new editor_frame(width, height, [this](int key, bool ctrl, bool shift) {
+        return handle_key(key, ctrl, shift);
+    });
     const int left = width - editor_column_width;
     preview = new CVLImagePreview(0, 0, left, height, monitor);
     preview_scroller = new CVLScrollView(0, 0, left, height, preview);
     panel_background = nine_part("panel.png");
     panel_first_background = nine_part("panel_first.png");
-    panel_top_background = nine_part("panel_top.png");
-    build_toolbar(left);
+    toolbar = new CVLPluginToolbar(left, 0, editor_column_width, editor_toolbar_height, component, window_);
+    register_parameter_change_listener(toolbar);
+    toolbar->show_undo_redo(true);
+    toolbar->set_undo_callback({});
+    toolbar->set_redo_callback({});
     build_panel(left, height);
     frame->end();
     w->end();
     w->redraw();
-}
 
-void hueloom_ui::build_toolbar(int left)
-{
-    auto* upper = new CVLPanel(left, 0, editor_column_width, row_height, panel_top_background);
-    auto logo = std::make_shared<CVLBitmap>("logo_small.png", 2.0);
-    auto* logo_view = new CVLPicture(left + 20, 0, logo);
-    logo_view->position(left + 20, (row_height - logo_view->h()) / 2);
-    help_button = new CVLButton(left + editor_column_width - 20 - 23, (row_height - 22) / 2, 23, 22, this,
-                                CVLControl::no_tag, CVLButton::style::kick, "button.png");
-    help_button->set_icon(std::make_shared<CVLBitmap>("help.png", 2.0));
-    help_button->tooltip(keep_text(localize_text(language, "{en:Open Manual}{de:Handbuch öffnen}")));
-    upper->end();
-    toolbar_lower = new CVLPanel(left, row_height, editor_column_width, row_height, panel_first_background);
-    toolbar_lower->end();
+    if (auto owner = effect())
+        owner->downloadThemesIfNeededThenUpdateVaultThenUpdateGuiThemeList();
+    setGuiFromComponentTheme();
 }
 
 void hueloom_ui::build_panel(int left, int height)
@@ -94,29 +130,109 @@ void hueloom_ui::build_panel(int left, int height)
     panel_scroller->type(Fl_Scroll::VERTICAL);
     panel_scroller->scrollbar_size(12);
     panel_scroller->box(FL_FLAT_BOX);
-    panel_scroller->color(fl_rgb_color(47, 47, 47));
-    panel_scroller->scrollbar.color(FL_BLACK, fl_rgb_color(47, 47, 47));
+    panel_scroller->color(editor_grey);
+    panel_scroller->scrollbar.box(FL_FLAT_BOX);
+    panel_scroller->scrollbar.slider(FL_FLAT_BOX);
+    panel_scroller->scrollbar.color(FL_BLACK, editor_grey);
+    panel_scroller->scrollbar.labelcolor(editor_grey);
     panel = new CVLPanel(left, editor_toolbar_height, editor_panel_width, editor_panel_height, panel_first_background);
+    wheel_background = getThemeNotAvailableBackground();
+    CVLBitmap menu_picture("preset_menu.png", 2.0);
+    CVLBitmap handle("slider_handle.png", 2.0);
+    const panel_layout layout = compute_panel_layout(wheel_background->width(), menu_picture.height(),
+                                                     wheel_background->width(), wheel_background->height(),
+                                                     handle.height());
+    build_theme_controls(left, editor_toolbar_height, layout);
+    build_wheel_and_sliders(left, editor_toolbar_height, layout);
     panel->end();
     panel_scroller->end();
 }
 
+void hueloom_ui::build_theme_controls(int left, int top, const panel_layout& layout)
+{
+    const int menu_left = left + static_cast<int>(layout.menu_left);
+    const int menu_right = left + static_cast<int>(layout.menu_right);
+    const int menu_height = static_cast<int>(layout.menu_bottom) - 40;
+    CVLBitmap menu_picture("preset_menu.png", 2.0), menu_pressed("preset_menu_clicked.png", 2.0);
+    const int menu_width = static_cast<int>(wheel_background->width());
+    theme_menu = new CVLOptionMenu(menu_left, top + 40, menu_right - menu_left, menu_height, this, theme_menu_tag,
+                                   createScaledBitmap(menu_picture, menu_width),
+                                   createScaledBitmap(menu_pressed, menu_width));
+    theme_menu->set_title_visible(false);
+    theme_menu->set_mouseable_from_right(24);
+    theme_menu->tooltip(persistent_text(text("{en:Select theme}{de:Theme auswählen}")));
+    theme_name_field = new CVLTextEdit(menu_left, top + 40, menu_right - 24 - menu_left, menu_height, theme_menu);
+    theme_name_field->textcolor(fl_rgb_color(200, 200, 200));
+    theme_name_field->setText(text("{en:Select theme here}{de:Theme hier auswählen}"));
+    load_button = new CVLButton(menu_right + 6, top + 40, 24, 22, this, load_button_tag, CVLButton::style::kick,
+                                "button.png");
+    load_button->set_icon(std::make_shared<CVLBitmap>("icon_load.png", 2.0));
+    load_button->tooltip(
+        persistent_text(text("{en:Import theme from folder}{de:Theme importieren (Ordner auswählen)}")));
+    load_button->clear_visible_focus();
+    progress_bar = new CVLProgressBar(menu_left, top + 70, menu_right - menu_left, 7);
+    progress_bar->set_colour(26, 186, 0);
+    progress_bar->tooltip(
+        persistent_text(text("{en:Downloading themes from server...}{de:Themen werden vom Server geholt...}")));
+    progress_bar->hide();
+    updated_label = new CVLTextLabel(menu_left, top + 70, menu_right - menu_left, 14,
+                                     text("{en:The Theme list has been updated.}{de:Die Theme-Liste wurde aktualisiert.}"));
+    updated_label->hide();
+}
+
 void hueloom_ui::close()
 {
+    if (auto owner = component.lock()) {
+        // A bypass doesn't outlive the editor.
+        if (auto bypass = std::dynamic_pointer_cast<cparameter_boolean_v1>(owner->get_parameter("Global Bypass")))
+            bypass->set_value(false, false);
+        if (effect())
+            hueloom::get_vault()->stop_download_themes();
+    }
+    if (toolbar != nullptr)
+        unregister_parameter_change_listener(toolbar);
     cview_v1::close();
     frame = nullptr;
     preview = nullptr;
     preview_scroller = nullptr;
-    toolbar_lower = nullptr;
+    toolbar = nullptr;
     panel_scroller = nullptr;
     panel = nullptr;
-    help_button = nullptr;
+    wheel = nullptr;
+    sliders.clear();
+    theme_menu = nullptr;
+    theme_name_field = nullptr;
+    load_button = nullptr;
+    progress_bar = nullptr;
+    updated_label = nullptr;
+}
+
+int hueloom_ui::schedule_ui_event(int event)
+{
+    if (event == static_cast<int>(eScheduleEvent::refresh))
+        refresh_requested = true;
+    else if (event == static_cast<int>(eScheduleEvent::theme_list))
+        theme_list_requested = true;
+    else
+        return 0;
+    return 1;
 }
 
 bool hueloom_ui::idle()
 {
     if (preview != nullptr)
         preview->update_preview();
+    if (auto owner = effect()) {
+        if (owner->refresh_requested.exchange(false))
+            refresh_requested = true;
+        if (owner->theme_list_changed.exchange(false))
+            theme_list_requested = true;
+    }
+    if (is_open() && refresh_requested.exchange(false))
+        setGuiFromComponentTheme();
+    if (is_open() && theme_list_requested.exchange(false))
+        updateThemeListFromComponent();
+    handleThemeDownloadInGui();
     return cview_v1::idle();
 }
 
@@ -126,17 +242,24 @@ void hueloom_ui::set_preview_image(image& picture)
         preview->set_preview_image(picture);
 }
 
-void hueloom_ui::valueChanged(CVLControl* control)
+int hueloom_ui::handle_key(int key, bool ctrl, bool shift)
 {
-    if (control == help_button && control->getValue() > 0.5f) {
-        if (auto owner = component.lock())
-            owner->open_manual();
+    if (toolbar == nullptr)
+        return 0;
+    if (key == FL_Escape && !ctrl && !shift) {
+        toolbar->cancel_and_close();
+        return 1;
     }
+    if (ctrl && (key == 'z' || key == 'Z')) {
+        shift ? toolbar->redo_step() : toolbar->undo_step();
+        return 1;
+    }
+    return 0;
 }
 
-void hueloom_ui::alertBox(const std::string& title, const std::string& text)
+void hueloom_ui::alertBox(const std::string& title, const std::string& message)
 {
-    iutils::get_instance().alert_box(editor_window(), title, text, "");
+    iutils::get_instance().alert_box(window_.get(), title, message, "");
 }
 
 }  // namespace vl1::gui

@@ -12,7 +12,7 @@ packages=(
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   libcpp-httplib-dev
   libopencolorio-dev opencolorio-tools
-  xvfb xauth xdotool openbox imagemagick
+  xvfb xauth xdotool x11-utils openbox imagemagick
   clang libclang-rt-14-dev valgrind
   locales
 )

@@ -116,6 +116,63 @@ std::pair<int, int> x_session::window_size(unsigned long window)
     return {w, h};
 }
 
+std::pair<int, int> x_session::window_origin(unsigned long window)
+{
+    // xdotool counts the window manager's frame twice here; xwininfo reports the client's
+    // own corner.
+    std::istringstream text(shell("xwininfo -id " + std::to_string(window)));
+    int x = 0, y = 0;
+    for (std::string line; std::getline(text, line);) {
+        if (const auto at = line.find("Absolute upper-left X:"); at != std::string::npos)
+            x = std::stoi(line.substr(at + 22));
+        if (const auto at = line.find("Absolute upper-left Y:"); at != std::string::npos)
+            y = std::stoi(line.substr(at + 22));
+    }
+    return {x, y};
+}
+
+void x_session::click(int x, int y, int button, const std::string& modifier)
+{
+    const std::string move = "xdotool mousemove --sync " + std::to_string(x) + " " + std::to_string(y);
+    const std::string press = " click " + std::to_string(button);
+    if (modifier.empty())
+        shell(move + press);
+    else
+        shell(move + " keydown " + modifier + press + " keyup " + modifier);
+    settle(0.3);
+}
+
+void x_session::drag(int x0, int y0, int x1, int y1)
+{
+    std::string command = "xdotool mousemove --sync " + std::to_string(x0) + " " + std::to_string(y0) + " mousedown 1";
+    for (int step = 1; step <= 8; ++step) {
+        command += " mousemove --sync " + std::to_string(x0 + (x1 - x0) * step / 8) + " " +
+                   std::to_string(y0 + (y1 - y0) * step / 8) + " sleep 0.03";
+    }
+    shell(command + " mouseup 1");
+    settle(0.3);
+}
+
+void x_session::keys(const std::string& names)
+{
+    shell("xdotool key --delay 60 " + names);
+    settle(0.3);
+}
+
+void x_session::type(const std::string& text)
+{
+    shell("xdotool type --delay 20 '" + text + "'");
+    settle(0.2);
+}
+
+void x_session::settle(double seconds) { std::this_thread::sleep_for(std::chrono::duration<double>(seconds)); }
+
+void x_session::screenshot(const std::filesystem::path& file)
+{
+    std::filesystem::create_directories(file.parent_path());
+    shell("import -silent -window root '" + file.string() + "'");
+}
+
 std::array<int, 3> x_session::screen_pixel(int x, int y)
 {
     // ImageMagick's text form: "0,0: (r,g,b)  #RRGGBB  srgb(...)".

@@ -27,8 +27,24 @@ public:
     static unsigned long wait_for_window(const std::string& title, double seconds);
     /// Width and height of a window as the window manager reports them.
     static std::pair<int, int> window_size(unsigned long window);
+    /// Screen position of a window's top-left corner (inside its decoration).
+    static std::pair<int, int> window_origin(unsigned long window);
     /// The colour at screen point (x, y), as 8-bit r, g, b.
     static std::array<int, 3> screen_pixel(int x, int y);
+
+    /// A click of `button` (1 left, 3 right) at screen point (x, y), with `modifier` held
+    /// ("alt", "ctrl" or empty).
+    static void click(int x, int y, int button = 1, const std::string& modifier = "");
+    /// Left button down at (x0, y0), moved in steps to (x1, y1), released.
+    static void drag(int x0, int y0, int x1, int y1);
+    /// Keys in xdotool's names ("Return", "ctrl+z"), pressed one after the other.
+    static void keys(const std::string& names);
+    /// Text typed as it stands.
+    static void type(const std::string& text);
+    /// Waits `seconds`, so that the editor's loop has run.
+    static void settle(double seconds = 0.4);
+    /// The whole screen as a PNG file.
+    static void screenshot(const std::filesystem::path& file);
 
 private:
     int display_number = -1;

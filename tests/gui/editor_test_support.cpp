@@ -1,0 +1,73 @@
+#include "tests/gui/editor_test_support.h"
+
+#include <fstream>
+#include <sstream>
+
+namespace fs = std::filesystem;
+
+namespace hueloom_test {
+
+std::string read_text(const fs::path& p)
+{
+    std::ifstream in(p);
+    std::stringstream s;
+    s << in.rdbuf();
+    return s.str();
+}
+
+fs::path write_flat_picture(const fs::path& dir)
+{
+    const fs::path p = dir / "flat.ppm";
+    std::ofstream out(p, std::ios::binary);
+    out << "P6\n640 360\n255\n";
+    for (int i = 0; i < 640 * 360; ++i)
+        out.put(char(153)).put(char(77)).put(char(51));
+    return p;
+}
+
+open_editor::open_editor(const fs::path& folder, const std::vector<std::string>& arguments) : dir(folder)
+{
+    fs::create_directories(dir);
+    log_file = dir / "look.log";
+    state_file = dir / "state.txt";
+    graded_file = dir / "graded.png";
+    std::vector<std::string> all{"-i", write_flat_picture(dir).string(), "-o", graded_file.string(), "--state-out",
+                                 state_file.string()};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    process = std::make_unique<background_process>(HUELOOM_LOOK_TOOL, all, log_file);
+    window = x_session::wait_for_window(editor_title, 30);
+    if (window == 0)
+        return;
+    // The first preview picture means that the editor's loop runs.
+    for (int i = 0; i < 100 && log().find("even render.") == std::string::npos; ++i)
+        x_session::settle(0.1);
+    origin = x_session::window_origin(window);
+    width = x_session::window_size(window).first;
+    x_session::shell("xdotool windowactivate --sync " + std::to_string(window));
+    x_session::settle(0.5);
+}
+
+int open_editor::close_and_wait()
+{
+    if (window != 0 && x_session::wait_for_window(editor_title, 0.1) != 0)
+        x_session::shell("xdotool windowactivate --sync " + std::to_string(window) + " key alt+F4");
+    return process->wait(30);
+}
+
+std::map<std::string, std::string> open_editor::settings() const
+{
+    std::map<std::string, std::string> out;
+    std::istringstream text(read_text(state_file));
+    std::string line;
+    std::getline(text, line);  // the state text
+    while (std::getline(text, line)) {
+        const auto equals = line.find('=');
+        if (equals != std::string::npos && line[0] != '#')
+            out[line.substr(0, equals)] = line.substr(equals + 1);
+    }
+    return out;
+}
+
+fs::path shots_dir() { return fs::path(HUELOOM_BUILD_DIR) / "editor-shots"; }
+
+}  // namespace hueloom_test

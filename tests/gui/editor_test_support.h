@@ -1,0 +1,51 @@
+// What the editor tests share: hueloom-look opened on a flat picture in a real X server, the
+// editor's geometry on screen, and the look it leaves behind (--state-out).
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/gui/x_session.h"
+
+namespace hueloom_test {
+
+inline constexpr const char* editor_title = "Varnlight - Hueloom";
+
+std::string read_text(const std::filesystem::path& p);
+/// A 640 x 360 picture of one colour.
+std::filesystem::path write_flat_picture(const std::filesystem::path& dir);
+
+/// One opening of the editor through hueloom-look, with the settings in `arguments`; the look
+/// left at closing goes to state.txt and graded.png in `dir`.
+class open_editor {
+public:
+    open_editor(const std::filesystem::path& dir, const std::vector<std::string>& arguments);
+    bool opened() const { return window != 0; }
+    /// Waits for the tool's end; its exit code.
+    int close_and_wait();
+    std::string log() const { return read_text(log_file); }
+    /// Parameter values of state.txt ("Angle" -> "45").
+    std::map<std::string, std::string> settings() const;
+
+    /// Screen point of (x, y) points in the editor's right column (0 = its left edge) and of
+    /// the panel below the toolbar.
+    int column_x(double x) const { return origin.first + width - 494 + static_cast<int>(x); }
+    int column_y(double y) const { return origin.second + static_cast<int>(y); }
+    int panel_y(double y) const { return column_y(64 + y); }
+
+    unsigned long window = 0;
+    std::filesystem::path dir, log_file, state_file, graded_file;
+
+private:
+    std::unique_ptr<background_process> process;
+    std::pair<int, int> origin{0, 0};
+    int width = 0;
+};
+
+/// Where screenshots go for people to look at: build/editor-shots/ in the build tree.
+std::filesystem::path shots_dir();
+
+}  // namespace hueloom_test
