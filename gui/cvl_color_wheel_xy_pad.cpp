@@ -1,6 +1,7 @@
 #include "gui/cvl_color_wheel_xy_pad.h"
 
 #include <FL/Fl.H>
+#include <FL/Fl_Group.H>
 
 #include <cmath>
 
@@ -26,7 +27,7 @@ bool CVLColorWheelXYPad::setValue(float v)
     if (!std::isnan(v))
         wheel::polar_from_value(v, max_radius, current);
     if (changed)
-        redraw();
+        invalidate();
     return changed;
 }
 
@@ -50,7 +51,7 @@ void CVLColorWheelXYPad::setRoundRectRadius(double radius)
 {
     if (radius != marker_size) {
         marker_size = radius;
-        redraw();
+        invalidate();
     }
     max_radius = wheel::max_radius_for(radius, frame_width, w());
 }
@@ -59,26 +60,26 @@ void CVLColorWheelXYPad::setFrameWidth(double width)
 {
     if (width != frame_width) {
         frame_width = width;
-        redraw();
+        invalidate();
     }
 }
 
 void CVLColorWheelXYPad::set_background(std::shared_ptr<CVLBitmap> picture)
 {
     background = std::move(picture);
-    redraw();
+    invalidate();
 }
 
 void CVLColorWheelXYPad::set_frame_colour(int r, int g, int b, int a)
 {
     frame_rgba[0] = r, frame_rgba[1] = g, frame_rgba[2] = b, frame_rgba[3] = a;
-    redraw();
+    invalidate();
 }
 
 void CVLColorWheelXYPad::set_fill_colour(int r, int g, int b, int a)
 {
     fill_rgba[0] = r, fill_rgba[1] = g, fill_rgba[2] = b, fill_rgba[3] = a;
-    redraw();
+    invalidate();
 }
 
 bool CVLColorWheelXYPad::hit(int px, int py) const
@@ -86,11 +87,19 @@ bool CVLColorWheelXYPad::hit(int px, int py) const
     return wheel::hits(px, py, x(), y(), w(), h(), max_radius);
 }
 
+void CVLColorWheelXYPad::invalidate()
+{
+    if (parent() != nullptr)
+        parent()->damage(FL_DAMAGE_ALL, x(), y(), w(), h());
+    else
+        redraw();
+}
+
 void CVLColorWheelXYPad::draw()
 {
     canvas cr;
     if (background && !background->empty())
-        background->draw_stretched(cr, x(), y(), w(), h(), active_r() ? 1.0 : 0.5);
+        background->draw_stretched(cr, x(), y(), w(), h());
     const wheel::point p = wheel::marker_point(getValue(), max_radius);
     const double left = x() + (w() - marker_size) * p.x, top = y() + (h() - marker_size) * p.y;
     const double half = marker_size / 2;
@@ -120,7 +129,7 @@ bool CVLColorWheelXYPad::reset_to_centre()
     CVLControl::setValue(getDefaultValue());
     current = {};
     notifyValueChanged();
-    redraw();
+    invalidate();
     endEdit();
     return true;
 }
@@ -156,6 +165,10 @@ int CVLColorWheelXYPad::handle(int event)
         return 1;
     case FL_MOUSEWHEEL:
         return 0;  // the panel's scroller takes it
+    case FL_ACTIVATE:
+    case FL_DEACTIVATE:
+        invalidate();
+        return Fl_Widget::handle(event);
     default:
         return Fl_Widget::handle(event);
     }

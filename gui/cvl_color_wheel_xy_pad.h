@@ -54,6 +54,9 @@ public:
     /// The round picture takes clicks; the corners of its square don't.
     bool hit(int px, int py) const;
 
+    /// Asks for a redraw of the control together with what lies beneath it: the control
+    /// has no background of its own.
+    void invalidate();
     void draw() override;
     /// Left button: the point jumps under the mouse and follows it until release. Right
     /// button alone: back to the centre as one gesture, unconsumed at the centre. The mouse

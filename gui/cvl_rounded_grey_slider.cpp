@@ -1,6 +1,7 @@
 #include "gui/cvl_rounded_grey_slider.h"
 
 #include <FL/Fl.H>
+#include <FL/Fl_Group.H>
 
 #include <algorithm>
 #include <cmath>
@@ -49,7 +50,7 @@ bool CVLRoundedGreySlider::setValue(float v)
 {
     if (!CVLControl::setValue(v))
         return false;
-    redraw();
+    invalidate();
     return true;
 }
 
@@ -148,9 +149,21 @@ int CVLRoundedGreySlider::handle(int event)
             wheel_step(notches);
         return 1;
     }
+    case FL_ACTIVATE:
+    case FL_DEACTIVATE:
+        invalidate();
+        return Fl_Widget::handle(event);
     default:
         return Fl_Widget::handle(event);
     }
+}
+
+void CVLRoundedGreySlider::invalidate()
+{
+    if (parent() != nullptr)
+        parent()->damage(FL_DAMAGE_ALL, x(), y(), w(), h());
+    else
+        redraw();
 }
 
 void CVLRoundedGreySlider::draw()

@@ -31,10 +31,10 @@ public:
                          float max = 200.0f, float default_value = 100.0f);
 
     float getDefaultValue() const { return default_value; }
-    void setDefaultValue(float v) { default_value = v; redraw(); }
+    void setDefaultValue(float v) { default_value = v; invalidate(); }
     const std::string& get_name() const { return name; }
-    void set_unit(const std::string& text) { unit = text; redraw(); }
-    void set_show_default_mark(bool show) { show_default_mark = show; redraw(); }
+    void set_unit(const std::string& text) { unit = text; invalidate(); }
+    void set_show_default_mark(bool show) { show_default_mark = show; invalidate(); }
     void set_right_click_resets(bool resets) { right_click_resets = resets; }
     void set_wheel_enabled(bool enabled) { wheel_enabled = enabled; }
     bool setValue(float v) override;
@@ -42,6 +42,9 @@ public:
     /// Left edge of the handle, in window points, for a value of `normalized` (0..1).
     int handle_left(float normalized) const;
 
+    /// Asks for a redraw of the control together with what lies beneath it: the control
+    /// has no background of its own.
+    void invalidate();
     void draw() override;
     int handle(int event) override;
 

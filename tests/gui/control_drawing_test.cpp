@@ -47,6 +47,14 @@ TEST(ControlDrawing, TheRingSitsOnTheCircleAndTheTrackIsDark)
     expect_colour(static_cast<int>(ring_x), ring_row, {0, 0, 0}, 8);  // no fill
 
     expect_colour(left + 60, top + 200 + 25, {35, 35, 35}, 2);  // the track
+    // Moved, the ring leaves nothing behind: the control has no background of its own.
+    pad.set_strength(0.0f);
+    for (int i = 0; i < 10; ++i)
+        Fl::wait(0.05);
+    XSync(fl_display, False);
+    expect_colour(ring_left, ring_row, {0, 0, 0}, 8);
+    expect_colour(left + 10 + 84, top + 10 + 84 + 6, {87, 87, 87}, 24);
+
     // The default's mark shows above and below the track, beside nothing else.
     expect_colour(left + 10 + 140, top + 200 + 38, {100, 100, 100}, 2);
     expect_colour(left + 60, top + 200 + 38, {0, 0, 0}, 2);
