@@ -1,7 +1,8 @@
 // hueloom-bench: how fast the render path grades a 4K float frame, measured against
 // OpenColorIO applying the same table and against a plain memory pass over the same
 // buffers, how long the table of one render setup takes to build, and how large the saved
-// state's text is and how long writing and reading it take. Ends with one line
+// state's text is and how long writing and reading it take, and what one editing step costs
+// the undo ring with the built-in theme. Ends with one line
 //   summary: render_vs_ocio_1t=R render_vs_memory_all=F rebuild_us=T state_text_mb=S state_text_ms=W
 // of this run's figures. Google Benchmark's own flags (--benchmark_filter, ...) apply.
 #include <benchmark/benchmark.h>
@@ -22,6 +23,7 @@
 #include "bench/bench_results.h"
 #include "bench/bench_scene.h"
 #include "bench/bench_state_text.h"
+#include "bench/bench_undo.h"
 #include "ofx/ofx_render_rows.h"
 
 namespace vl1::bench {
@@ -43,6 +45,7 @@ constexpr const char* ocio_1t = "ocio_lut3d_1_thread";
 constexpr const char* memory_all = "memory_pass_all_threads";
 constexpr const char* rebuild = "table_rebuild_render_setup";
 constexpr const char* state_text_prefix = "state_text_write_read/";
+constexpr const char* undo_step = "undo_gesture_builtin_theme";
 
 // The effect's vault keeps themes under HOME: the benchmark gives it a fresh folder and
 // removes it again, so the user's own theme folders are never touched.
@@ -154,6 +157,14 @@ void register_state_text(const std::vector<state_case>& cases)
     }
 }
 
+void register_undo(undo_rig& undo)
+{
+    benchmark::RegisterBenchmark(undo_step, [&undo](benchmark::State& state) {
+        for (auto _ : state)
+            undo.gesture();
+    })->UseRealTime()->Unit(benchmark::kMillisecond)->Repetitions(repetitions)->ReportAggregatesOnly(true);
+}
+
 void register_benchmarks(scene& s, const ocio_lut_processor& ocio)
 {
     register_frame_pass(render_1t, s, [&s] { s.render(s.one_thread, *s.effect); });
@@ -198,6 +209,15 @@ void print_state_text(const figure_collector& figures, const std::vector<state_c
                    figure(t ? std::optional<double>(*t * 1e3) : std::nullopt, "{:.1f}"));
     }
     fmt::print("  targets for the built-in theme: at most 2.0 MB of text, at most 40 ms to write and read\n");
+}
+
+void print_undo(const figure_collector& figures, const undo_rig& undo)
+{
+    const auto t = figures.seconds_per_iteration(undo_step);
+    fmt::print("\nUndo ring with the built-in theme, {} entries of {} bytes\n", undo_ring_size, undo.state_bytes());
+    fmt::print("  one editing step: {} ms; the ring holds {:.2f} MB (target at most 10 MB)\n",
+               figure(t ? std::optional<double>(*t * 1e3) : std::nullopt, "{:.2f}"),
+               double(undo.ring_bytes()) / (1024.0 * 1024.0));
 }
 
 void print_summary(const figure_collector& figures, const scene& s, const std::vector<state_case>& cases)
@@ -256,8 +276,11 @@ int run(int argc, char** argv)
     const std::vector<state_case> cases = make_state_cases(HUELOOM_BENCH_BUILTIN_THEME, import_folder);
     register_benchmarks(s, ocio);
     register_state_text(cases);
+    undo_rig undo(HUELOOM_BENCH_BUILTIN_THEME);
+    register_undo(undo);
     figure_collector figures;
     benchmark::RunSpecifiedBenchmarks(&figures);
+    print_undo(figures, undo);
     print_summary(figures, s, cases);
     benchmark::Shutdown();
     return 0;

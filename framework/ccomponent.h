@@ -2,7 +2,6 @@
 // the undo ring, bypass and the defaults of every slot.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -12,6 +11,7 @@
 #include "framework/ihost.h"
 #include "framework/iparameter.h"
 #include "framework/iview.h"
+#include "framework/shared_state_ring.h"
 
 namespace vl1 {
 
@@ -64,6 +64,8 @@ public:
     int32_t save_state(bool push) override;
     void jump_undo_stack(int index) override;
     void flush_state_stack() override;
+    /// Heap bytes the undo ring holds; entries share their equal parts.
+    std::size_t undo_memory_bytes() const { return states.memory_bytes(); }
 
     int get_parameter_count() override;
     std::shared_ptr<iparameter_v1> get_parameter(int index) override;
@@ -101,11 +103,13 @@ protected:
     }
 
     std::shared_ptr<iparameter_v1> find_bypass_parameter();
+    /// set_state with the ring's entry of `index`.
+    void restore(int32_t index);
 
     std::shared_ptr<ihost_v1> host;
     std::shared_ptr<iview_v1> view;  // the open editor, set by the effect's create_view
     std::vector<std::shared_ptr<iparameter_v1>> parameters;
-    std::array<std::vector<uint8_t>, undo_ring_size> states;
+    shared_state_ring states{undo_ring_size};
     int32_t top = 0;      // highest valid index
     int32_t count = 0;    // entries held, at most undo_ring_size
     int32_t current = 0;  // the index the component stands at

@@ -1,5 +1,5 @@
 // The undo ring: whole states, 32 entries, live only while the editor is open. Indices grow
-// without bound; index i lives in states[i & 31].
+// without bound; index i lives in slot i & 31. The slots share equal parts of their states.
 #include "framework/ccomponent.h"
 
 namespace vl1 {
@@ -10,13 +10,19 @@ constexpr int32_t ring_mask = undo_ring_size - 1;
 
 }  // namespace
 
+void ccomponent_v1::restore(int32_t index)
+{
+    std::vector<uint8_t> state = states.load(static_cast<std::size_t>(index & ring_mask));
+    set_state(state, false);
+}
+
 int32_t ccomponent_v1::save_state(bool push)
 {
     const int32_t entry = current;
     // An undo's own parameter changes must not push.
     if (!view || !view->is_open() || in_undo || in_redo)
         return entry;
-    states[current & ring_mask] = get_state();
+    states.store(current & ring_mask, get_state());
     if (!push)
         return entry;
     current += 1;
@@ -33,7 +39,7 @@ void ccomponent_v1::undo()
     const int32_t floor = (top - count) & ring_mask;
     if (current > floor) {
         current -= 1;
-        set_state(states[current & ring_mask], false);
+        restore(current);
     }
     in_undo = false;
 }
@@ -43,7 +49,7 @@ void ccomponent_v1::redo()
     in_redo = true;
     if (current < top) {
         current += 1;
-        set_state(states[current & ring_mask], false);
+        restore(current);
     }
     in_redo = false;
 }
@@ -55,7 +61,7 @@ void ccomponent_v1::jump_undo_stack(int n)
     in_undo = n < current;
     in_redo = n > current;
     if (top >= n && ((top - count) & ring_mask) <= n) {
-        set_state(states[n & ring_mask], false);
+        restore(n);
         current = n;
     }
     in_undo = false;
@@ -67,7 +73,7 @@ void ccomponent_v1::flush_state_stack()
     top = 0;
     count = 0;
     current = 0;
-    states[0] = {};
+    states.clear(0);
 }
 
 void ccomponent_v1::save_cancel_state()

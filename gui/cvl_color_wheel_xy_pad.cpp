@@ -1,0 +1,177 @@
+#include "gui/cvl_color_wheel_xy_pad.h"
+
+#include <FL/Fl.H>
+#include <FL/Fl_Group.H>
+
+#include <cmath>
+
+#include "gui/canvas.h"
+#include "gui/cvl_bitmap.h"
+
+namespace vl1::gui {
+
+CVLColorWheelXYPad::CVLColorWheelXYPad(int x, int y, int w, int h, control_listener* listener, int32_t tag)
+    : Fl_Widget(x, y, w, h), CVLControl(listener, tag, wheel::value_min, wheel::value_max)
+{
+    box(FL_NO_BOX);
+    CVLControl::setValue(wheel::centre_value);
+    // The order matters: the reach is taken with the thinner frame, the ring drawn with 3.
+    setFrameWidth(2.5);
+    setRoundRectRadius(12.0);
+    setFrameWidth(3.0);
+}
+
+bool CVLColorWheelXYPad::setValue(float v)
+{
+    const bool changed = CVLControl::setValue(v);
+    if (!std::isnan(v))
+        wheel::polar_from_value(v, max_radius, current);
+    if (changed)
+        invalidate();
+    return changed;
+}
+
+void CVLColorWheelXYPad::set_strength(float percent)
+{
+    if (percent == get_strength())
+        return;
+    current.strength_percent = percent;
+    setValue(wheel::value_for_strength(get_angle(), percent, max_radius));
+}
+
+void CVLColorWheelXYPad::set_angle(float degrees)
+{
+    if (degrees == get_angle())
+        return;
+    current.angle_degrees = degrees;
+    setValue(wheel::value_for_angle(degrees, get_strength(), max_radius));
+}
+
+void CVLColorWheelXYPad::setRoundRectRadius(double radius)
+{
+    if (radius != marker_size) {
+        marker_size = radius;
+        invalidate();
+    }
+    max_radius = wheel::max_radius_for(radius, frame_width, w());
+}
+
+void CVLColorWheelXYPad::setFrameWidth(double width)
+{
+    if (width != frame_width) {
+        frame_width = width;
+        invalidate();
+    }
+}
+
+void CVLColorWheelXYPad::set_background(std::shared_ptr<CVLBitmap> picture)
+{
+    background = std::move(picture);
+    invalidate();
+}
+
+void CVLColorWheelXYPad::set_frame_colour(int r, int g, int b, int a)
+{
+    frame_rgba[0] = r, frame_rgba[1] = g, frame_rgba[2] = b, frame_rgba[3] = a;
+    invalidate();
+}
+
+void CVLColorWheelXYPad::set_fill_colour(int r, int g, int b, int a)
+{
+    fill_rgba[0] = r, fill_rgba[1] = g, fill_rgba[2] = b, fill_rgba[3] = a;
+    invalidate();
+}
+
+bool CVLColorWheelXYPad::hit(int px, int py) const
+{
+    return wheel::hits(px, py, x(), y(), w(), h(), max_radius);
+}
+
+void CVLColorWheelXYPad::invalidate()
+{
+    if (parent() != nullptr)
+        parent()->damage(FL_DAMAGE_ALL, x(), y(), w(), h());
+    else
+        redraw();
+}
+
+void CVLColorWheelXYPad::draw()
+{
+    canvas cr;
+    if (background && !background->empty())
+        background->draw_stretched(cr, x(), y(), w(), h());
+    const wheel::point p = wheel::marker_point(getValue(), max_radius);
+    const double left = x() + (w() - marker_size) * p.x, top = y() + (h() - marker_size) * p.y;
+    const double half = marker_size / 2;
+    cairo_set_antialias(cr, CAIRO_ANTIALIAS_DEFAULT);
+    cairo_new_path(cr);
+    cairo_arc(cr, left + half, top + half, half, 0, 2 * M_PI);
+    cr.set_colour(fill_rgba[0], fill_rgba[1], fill_rgba[2], fill_rgba[3]);
+    cairo_fill_preserve(cr);
+    cairo_set_line_width(cr, frame_width);
+    cr.set_colour(frame_rgba[0], frame_rgba[1], frame_rgba[2], frame_rgba[3]);
+    cairo_stroke(cr);
+}
+
+void CVLColorWheelXYPad::move_to_mouse()
+{
+    const wheel::point p =
+        wheel::point_under_mouse(Fl::event_x(), Fl::event_y(), x(), y(), w(), h(), marker_size);
+    if (setValue(wheel::pack(p)))
+        notifyValueChanged();
+}
+
+bool CVLColorWheelXYPad::reset_to_centre()
+{
+    if (getValue() == getDefaultValue())
+        return false;
+    beginEdit();
+    CVLControl::setValue(getDefaultValue());
+    current = {};
+    notifyValueChanged();
+    invalidate();
+    endEdit();
+    return true;
+}
+
+int CVLColorWheelXYPad::handle(int event)
+{
+    switch (event) {
+    case FL_PUSH: {
+        if (!hit(Fl::event_x(), Fl::event_y()))
+            return 0;
+        const int buttons = Fl::event_buttons();
+        if (buttons == FL_BUTTON3)
+            return reset_to_centre() ? 1 : 0;
+        if (buttons != FL_BUTTON1)
+            return 0;
+        if (isEditing())
+            endEdit();  // a gesture whose release never came
+        dragging = true;
+        beginEdit();
+        move_to_mouse();
+        return 1;
+    }
+    case FL_DRAG:
+        if (!dragging)
+            return 0;
+        move_to_mouse();
+        return 1;
+    case FL_RELEASE:
+        if (!dragging)
+            return 0;
+        dragging = false;
+        endEdit();
+        return 1;
+    case FL_MOUSEWHEEL:
+        return 0;  // the panel's scroller takes it
+    case FL_ACTIVATE:
+    case FL_DEACTIVATE:
+        invalidate();
+        return Fl_Widget::handle(event);
+    default:
+        return Fl_Widget::handle(event);
+    }
+}
+
+}  // namespace vl1::gui
