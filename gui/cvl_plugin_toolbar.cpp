@@ -3,6 +3,7 @@
 #include <FL/Fl.H>
 
 #include <algorithm>
+#include <cstring>
 
 #include "framework/ihost.h"
 #include "framework/iparameter.h"
@@ -128,7 +129,7 @@ void CVLPluginToolbar::layout_lower_row(int left, int top, int width, int row)
     preset_name_field->resize(preset_menu->x() + 2, preset_menu->y() + 2,
                               preset_menu->w() - menu_handle_width - 1 - 2 - 2, preset_menu->h() - 4);
     preset_menu->set_mouseable_from_right(menu_handle_width);
-    next = left + edge_margin + preset_menu->w() + gap + edge_margin;
+    next = left + preset_menu->w() + gap + edge_margin;
     next = place(save_button, next) + gap;
     next = place(delete_button, next) + gap;
     if (export_button != nullptr)
@@ -168,21 +169,37 @@ void CVLPluginToolbar::rebuild_preset_menu()
     preset_menu->addSeparator();
     for (const preset_entry& preset : presets)
         preset_menu->addEntry(preset.name);
-    preset_menu->setCurrent(0, true);
+    preset_menu->setCurrent(0, false);
 }
 
 void CVLPluginToolbar::mark_preset_changed()
 {
+    preset_values.clear();
     delete_button->set_icon(delete_disabled_icon);
     delete_button->deactivate();
 }
 
 void CVLPluginToolbar::mark_preset_unchanged()
 {
+    preset_values.clear();
+    if (auto owner = component.lock()) {
+        for (int i = 0; i < owner->get_parameter_count(); ++i) {
+            if (auto param = owner->get_parameter(i))
+                std::memcpy(preset_values[param->get_uid().value].data(), param->get_param_value().value.bytes, 16);
+        }
+    }
     delete_button->set_icon(delete_icon);
     delete_button->activate();
 }
 
-void CVLPluginToolbar::parameter_changed(std::shared_ptr<iparameter_v1>, bool) { mark_preset_changed(); }
+void CVLPluginToolbar::parameter_changed(std::shared_ptr<iparameter_v1> param, bool)
+{
+    if (!param || preset_values.empty())
+        return;
+    const auto known = preset_values.find(param->get_uid().value);
+    if (known == preset_values.end() ||
+        std::memcmp(known->second.data(), param->get_param_value().value.bytes, 16) != 0)
+        mark_preset_changed();
+}
 
 }  // namespace vl1::gui

@@ -6,7 +6,10 @@
 
 #include <FL/Fl_Group.H>
 
+#include <array>
+#include <cstdint>
 #include <functional>
+#include <unordered_map>
 #include <memory>
 #include <string>
 
@@ -97,6 +100,10 @@ private:
     std::weak_ptr<vl1::window> editor_window;
     bool export_requested = false;
     std::function<void()> undo_callback, redo_callback;
+    /// The parameter values (their 16 value bytes, by uid) of the preset last loaded or saved;
+    /// empty while what the user sees is no preset. A host that echoes values back thus
+    /// doesn't withdraw the delete button, a real change does.
+    std::unordered_map<uint32_t, std::array<uint8_t, 16>> preset_values;
 };
 
 }  // namespace vl1::gui

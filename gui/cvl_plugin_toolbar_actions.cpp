@@ -60,7 +60,7 @@ void CVLPluginToolbar::valueChanged(CVLControl* control)
             export_requested = true;
         } else if (control == reset_button) {
             owner->reset_to_default();
-            preset_menu->setCurrent(0, true);
+            preset_menu->setCurrent(0, false);
             preset_name_field->setText(preset_menu->getCurrent() ? preset_menu->getCurrent()->title : preset_title);
         } else if (control == close_button)
             cancel_and_close();
@@ -123,7 +123,7 @@ void CVLPluginToolbar::select_preset_by_name(const std::string& name)
         const CVLOptionMenu::entry* e = preset_menu->getEntry(i);
         if (e->separator || e->title != name)
             continue;
-        preset_menu->setCurrent(i, true);
+        preset_menu->setCurrent(i, false);
         preset_name_field->setText(preset_menu->getEntry(0)->title);
         mark_preset_unchanged();
         return;

@@ -76,6 +76,8 @@ std::string choose_save_file(const std::string& title, const std::string& filter
     chooser.filter(filters.c_str());
     chooser.filter_value(0);
     chooser.options(Fl_Native_File_Chooser::NEW_FOLDER | Fl_Native_File_Chooser::SAVEAS_CONFIRM);
+    if (const char* home = std::getenv("HOME"); home != nullptr && *home != '\0')
+        chooser.directory(home);
     std::string path = run(chooser);
     chosen_filter = path.empty() ? "" : filter_label(filters, chooser.filter_value());
     return path;

@@ -40,12 +40,16 @@ bool gui_utils::alert_box(void* parent, const std::string& title, const std::str
     if (auto* w = dynamic_cast<fltk_window*>(static_cast<window*>(parent)); w != nullptr && w->content() != nullptr)
         fl_message_hotspot(0);
     fl_message_title(title.c_str());
-    // The toolkit puts button 0 on the right, where the default of a dialog stands.
-    const int chosen = second_button.empty()
-                           ? fl_choice("%s\n\n%s", first.c_str(), nullptr, nullptr, title.c_str(), text.c_str())
-                           : fl_choice("%s\n\n%s", second_button.c_str(), first.c_str(), nullptr, title.c_str(),
-                                       text.c_str());
-    return second_button.empty() ? chosen == 0 : chosen == 1;
+    if (second_button.empty()) {
+        // The toolkit's message box binds Return to its one button; its label is a global.
+        const char* previous = fl_close;
+        fl_close = first.c_str();
+        fl_message("%s\n\n%s", title.c_str(), text.c_str());
+        fl_close = previous;
+        return true;
+    }
+    // Button 1 stands on the right and takes Return; button 0 takes Escape.
+    return fl_choice("%s\n\n%s", second_button.c_str(), first.c_str(), nullptr, title.c_str(), text.c_str()) == 1;
 }
 
 void gui_utils::get_screen_dimensions(void* window, int& width, int& height) const

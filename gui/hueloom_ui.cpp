@@ -94,6 +94,12 @@ void hueloom_ui::init_view()
     const int width = w->w(), height = w->h();
     if (auto owner = component.lock(); owner && owner->get_host())
         language = owner->get_host()->get_language();
+    // The toolkit's colours are the editor's own (its copy of the toolkit serves no one
+    // else): menus, dialogs and alerts open dark, in the panel's greys.
+    Fl::background(47, 47, 47);
+    Fl::background2(35, 35, 35);
+    Fl::foreground(200, 200, 200);
+    Fl::set_color(FL_SELECTION_COLOR, 100, 100, 100);
     Fl_Tooltip::delay(4.0f);
     Fl_Tooltip::color(editor_grey);
     Fl_Tooltip::textcolor(fl_rgb_color(200, 200, 200));

@@ -159,5 +159,46 @@ TEST_F(editor_panel, ThemesAreImportedThroughTheDialogAndChosenFromTheMenuInGerm
     EXPECT_GE(theme_files, 1) << log;
 }
 
+TEST_F(editor_panel, PresetsAreSavedOverwrittenOnlyWhenConfirmedAndDeletedAndTheLutExported)
+{
+    open_editor editor(dir, {"--set", "Strength=70", "--set", "Angle=120"});
+    ASSERT_TRUE(editor.opened()) << editor.log();
+    const fs::path preset = home_dir() / "Varnlight" / "Plugin Presets" / "Hueloom" / "Warm.json";
+    const int row_y = editor.column_y(48);
+    auto save_as = [&](const std::string& name) {
+        x_session::click(editor.column_x(60), row_y);
+        x_session::keys("End shift+Home BackSpace");
+        x_session::type(name);
+        x_session::keys("Return");
+    };
+    save_as("Warm");
+    ASSERT_TRUE(fs::exists(preset)) << editor.log();
+    const std::string first = read_text(preset);
+    // Another look under the same name: Escape keeps the file, Return replaces it.
+    x_session::click(editor.column_x(300), editor.panel_y(hue_track_y));
+    save_as("Warm");
+    answer_alert("Escape");
+    EXPECT_EQ(read_text(preset), first);
+    save_as("Warm");
+    answer_alert("Return");
+    EXPECT_NE(read_text(preset), first);
+    // Saving selected the preset, so it may be deleted, after a question.
+    x_session::click(editor.column_x(211 + 11), row_y);
+    answer_alert("Return");
+    EXPECT_FALSE(fs::exists(preset));
+
+    x_session::click(editor.column_x(238 + 23), row_y);
+    const unsigned long dialog = x_session::wait_for_window("Export LUT", 10);
+    ASSERT_NE(dialog, 0u) << editor.log();
+    x_session::type("exported.cube");
+    const auto [left, top] = x_session::window_origin(dialog);
+    const auto [w, h] = x_session::window_size(dialog);
+    x_session::click(left + w - 146, top + h - 23);
+    ASSERT_EQ(editor.close_and_wait(), 0) << editor.log();
+    // The export button writes a 17-point .cube file into the folder the dialog starts in.
+    ASSERT_TRUE(fs::exists(home_dir() / "exported.cube")) << editor.log();
+    EXPECT_NE(read_text(home_dir() / "exported.cube").find("LUT_3D_SIZE 17"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace hueloom_test
