@@ -16,7 +16,7 @@
 
 #include "color/hueloom_theme_v1.h"
 #include "color/lut_argb.h"
-#include "color/lut_exporter.h"
+#include "framework/lut_exporter.h"
 #include "effect/hueloom_parameters.h"
 #include "framework/ccomponent.h"
 #include "framework/iidentity_check.h"

@@ -6,7 +6,7 @@
 
 #include <fmt/format.h>
 
-#include "color/lut_exporter.h"
+#include "framework/lut_exporter.h"
 #include "framework/iparameter.h"
 
 namespace vl1 {
