@@ -1,5 +1,6 @@
 #include "ofx/ofx_actions.h"
 
+#include <cstdint>
 #include <cstring>
 #include <limits>
 
@@ -128,6 +129,8 @@ OfxStatus action_create_instance(OfxImageEffectHandle effect)
     auto record = std::make_shared<ofx_instance_data>();
     ofx_instance_data* address = record.get();
     state.add_instance(std::move(record), std::move(component));
+    // The record's address is the instance's key in the table and in the host's property.
+    log("New component token is {0}", reinterpret_cast<std::uintptr_t>(address));
 
     OfxPropertySetHandle props = nullptr;
     if (s.effect->getPropertySet(effect, &props) == kOfxStatOK && props != nullptr)

@@ -64,7 +64,7 @@ OfxStatus action_render(OfxImageEffectHandle effect, OfxPropertySetHandle in_arg
 
     const instance_entry entry = state.find_entry(effect);
     if (!entry.record) {
-        log_text("Render of an instance that isn't in the instance table");
+        log_text("Component not found! Token was ");
         return kOfxStatFailed;
     }
     const std::shared_ptr<icomponent_v1> component = entry.component;
