@@ -100,6 +100,22 @@ bool write_in_place(const fs::path& target, const fs::path& shown, std::span<con
     return write_fd(fd, shown, bytes, false, problem);
 }
 
+/// Renames the synced file `written` to `target` and syncs the folder; on failure removes
+/// `written` and names `shown` in `problem`.
+bool rename_into_place(const fs::path& written, const fs::path& target, const fs::path& shown, std::string& problem)
+{
+    std::error_code ec;
+    fs::rename(written, target, ec);
+    if (ec) {
+        problem = failure(shown, ec.message());
+        fs::remove(written, ec);
+        return false;
+    }
+    // The rename is only durable once the folder's entry is; the file stands complete either way.
+    sync_folder(folder_of(target));
+    return true;
+}
+
 }  // namespace
 
 fs::path temporary_path_beside(const fs::path& path)
@@ -121,15 +137,7 @@ bool move_file_into_place(const fs::path& written, const fs::path& path, std::st
         return false;
     }
     ::close(fd);
-    fs::rename(written, path, ec);
-    if (ec) {
-        problem = failure(path, ec.message());
-        fs::remove(written, ec);
-        return false;
-    }
-    // The rename is only durable once the folder's entry is; the file stands complete either way.
-    sync_folder(folder_of(path));
-    return true;
+    return rename_into_place(written, path, path, problem);
 }
 
 bool write_file_atomically(const fs::path& path, std::span<const uint8_t> bytes, std::string& problem)
@@ -152,19 +160,12 @@ bool write_file_atomically(const fs::path& path, std::span<const uint8_t> bytes,
     }
     if (::stat(target.c_str(), &st) == 0)
         ::fchmod(fd, st.st_mode & 07777);
-    std::error_code ec;
     if (!write_fd(fd, path, bytes, true, problem)) {
+        std::error_code ec;
         fs::remove(temporary, ec);
         return false;
     }
-    fs::rename(temporary, target, ec);
-    if (ec) {
-        problem = failure(path, ec.message());
-        fs::remove(temporary, ec);
-        return false;
-    }
-    sync_folder(folder_of(target));
-    return true;
+    return rename_into_place(temporary, target, path, problem);
 }
 
 bool write_file_atomically(const fs::path& path, std::string_view text, std::string& problem)
