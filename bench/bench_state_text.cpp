@@ -6,7 +6,7 @@
 
 #include "bench/bench_scene.h"
 #include "color/lut_writer_cube.h"
-#include "framework/state_text.h"
+#include "framework/io/state_text.h"
 #include "themes/hueloom_theme_collection_v1.h"
 #include "themes/hueloom_theme_file_serializer_v1.h"
 #include "themes/hueloom_vault.h"

@@ -10,11 +10,9 @@
 #include <vector>
 
 #include "color/argb_float_ops.h"
+#include "framework/lut_table.h"
 
 namespace vl1 {
-
-/// Entries of a table of edge `n`.
-constexpr std::size_t lut_entry_count(std::size_t n) { return n * n * n; }
 
 /// Index of grid point (r, g, b) in a table of edge `n` (red slowest, blue fastest).
 constexpr std::size_t lut_index(std::size_t n, std::size_t r, std::size_t g, std::size_t b)
@@ -41,17 +39,6 @@ struct lut_argb {
 
     /// The identity table.
     lut_argb() : data(entry_count) { fill_identity(*this); }
-};
-
-/// A table of run-time edge, the form in which LUT files are read and written and in which
-/// a table is handed out for export.
-struct lut_argb_variable {
-    /// Grid points per axis.
-    uint64_t edge = 17;
-    /// edge³ entries; red slowest, blue fastest.
-    std::vector<argb_float> data = std::vector<argb_float>(lut_entry_count(17), argb_float{0, 0, 0, 0});
-    /// Free text that travels with the table; no operation fills or reads it.
-    std::string text;
 };
 
 /// The 17-point identity: alpha 1.0 and r, g, b = min(i * 0.0625, 1.0) for grid index i.

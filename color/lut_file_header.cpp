@@ -1,9 +1,9 @@
 #include "color/lut_file_header.h"
 
-#include <fstream>
 #include <stdexcept>
 
 #include "color/lut_resample.h"
+#include "framework/io/write_file_atomically.h"
 
 namespace vl1 {
 
@@ -38,14 +38,15 @@ bool lut_for_file(const lut_argb_variable& lut, lut_argb_variable& out)
     }
 }
 
-bool write_text_file(const std::string& path, std::string_view text)
+bool write_lut_text(const std::string& path, const fmt::memory_buffer& text, std::string& problem)
 {
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    if (!file)
-        return false;
-    file.write(text.data(), static_cast<std::streamsize>(text.size()));
-    file.close();
-    return true;
+    return write_file_atomically(path, std::string_view(text.data(), text.size()), problem);
+}
+
+std::string no_table_problem(const std::string& path, const lut_argb_variable& lut)
+{
+    return fmt::format("cannot write '{}': the table of edge {} with {} entries is no LUT", path, lut.edge,
+                       lut.data.size());
 }
 
 }  // namespace vl1

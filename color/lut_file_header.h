@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include <fmt/format.h>
+
 #include "color/lut_argb.h"
 
 namespace vl1 {
@@ -20,7 +22,11 @@ std::string lut_title_of(std::string_view path);
 /// untouched, if `lut` isn't a table (edge below 2, or data not edge³ entries).
 bool lut_for_file(const lut_argb_variable& lut, lut_argb_variable& out);
 
-/// Writes `text` to `path`, replacing what is there. False if the file can't be opened.
-bool write_text_file(const std::string& path, std::string_view text);
+/// Writes the finished file text to `path` in one step (framework/io). False, with
+/// `problem` naming the file, if any write fails; the old file then stays.
+bool write_lut_text(const std::string& path, const fmt::memory_buffer& text, std::string& problem);
+
+/// The problem of a `lut` that isn't a table, naming the file it was meant for.
+std::string no_table_problem(const std::string& path, const lut_argb_variable& lut);
 
 }  // namespace vl1

@@ -1,14 +1,12 @@
 #include "color/lut_reader.h"
 
 #include <filesystem>
-#include <fstream>
 #include <stdexcept>
-
-#include <fmt/format.h>
 
 #include "color/lut_reader_3dl.h"
 #include "color/lut_reader_cube.h"
 #include "color/lut_resample.h"
+#include "framework/io/read_bounded_file.h"
 #include "framework/iutils.h"
 #include "framework/string_helpers.h"
 
@@ -63,20 +61,10 @@ std::shared_ptr<lut_argb<32>> load_lut_from_file_or_resource(std::string folder,
     std::error_code ignored;
     if (!std::filesystem::is_regular_file(path, ignored))
         return nullptr;
-    std::ifstream file(path, std::ios::binary);
-    if (!file)
-        return nullptr;
-    file.seekg(0, std::ios::end);
-    const std::streamoff size = file.tellg();
-    file.seekg(0, std::ios::beg);
-    if (size < 0)
-        return nullptr;
-    if (static_cast<std::uintmax_t>(size) > largest_lut_file_bytes)
-        throw std::length_error(fmt::format("LUT file '{}' is {} bytes, more than a LUT file can be ({} bytes)",
-                                            path.string(), size, largest_lut_file_bytes));
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    file.read(bytes.data(), size);
-    bytes.resize(static_cast<std::size_t>(file.gcount()));
+    std::string bytes;
+    std::string problem;
+    if (!read_bounded_file(path, largest_lut_file_bytes, bytes, problem))
+        throw std::length_error(problem);
     return to_shared_32(parse(type, bytes, path.string()));
 }
 

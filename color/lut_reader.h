@@ -17,10 +17,10 @@ lut_file_type lut_file_type_of(std::string_view file_name);
 
 /// Reads `folder` joined with `file_name` (a '/' between them unless `folder` ends in one;
 /// an absolute `file_name` stands alone). Null for an unknown type, without touching the
-/// file system, for anything but a regular file (a folder, a named pipe, a device) and for
-/// a file that can't be opened. Throws on a broken file: the format readers'
-/// std::logic_error family (lut_reader_cube.h, lut_reader_3dl.h), with the file name, line
-/// and problem in the message; std::length_error for a file above 256 MiB.
+/// file system, and for anything but a regular file (a folder, a named pipe, a device).
+/// Throws on a broken file: the format readers' std::logic_error family (lut_reader_cube.h,
+/// lut_reader_3dl.h), with the file name, line and problem in the message;
+/// std::length_error, naming the file, for a file above 256 MiB or one that can't be read.
 std::shared_ptr<lut_argb<32>> load_lut_from_file_or_resource(std::string folder, std::string file_name);
 
 /// The same for the bytes of a file already in memory; `file_name` gives the type and

@@ -39,18 +39,27 @@ long long ten_bit_code(float value)
 }  // namespace
 
 bool write_lut_3dl(const lut_argb_variable& lut, const std::string& path, const std::string& program,
-                   const std::string& author)
+                   const std::string& author, std::string& problem)
 {
     lut_argb_variable table;
-    if (!lut_for_file(lut, table))
+    if (!lut_for_file(lut, table)) {
+        problem = no_table_problem(path, lut);
         return false;
+    }
 
     fmt::memory_buffer out;
     fmt::format_to(std::back_inserter(out), "{}{}{}", lut_generated_by_line(program, author),
                    title_line(path, program, author), mesh_and_shaper);
     for (const argb_float& e : table.data)
         fmt::format_to(std::back_inserter(out), "{} {} {}\n", ten_bit_code(e.r), ten_bit_code(e.g), ten_bit_code(e.b));
-    return write_text_file(path, std::string_view(out.data(), out.size()));
+    return write_lut_text(path, out, problem);
+}
+
+bool write_lut_3dl(const lut_argb_variable& lut, const std::string& path, const std::string& program,
+                   const std::string& author)
+{
+    std::string ignored;
+    return write_lut_3dl(lut, path, program, author, ignored);
 }
 
 }  // namespace vl1

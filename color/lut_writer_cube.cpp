@@ -7,11 +7,13 @@
 namespace vl1 {
 
 bool write_lut_cube(const lut_argb_variable& lut, const std::string& path, const std::string& program,
-                    const std::string& author)
+                    const std::string& author, std::string& problem)
 {
     lut_argb_variable table;
-    if (!lut_for_file(lut, table))
+    if (!lut_for_file(lut, table)) {
+        problem = no_table_problem(path, lut);
         return false;
+    }
 
     fmt::memory_buffer out;
     fmt::format_to(std::back_inserter(out), "{}TITLE \"{}\"\nLUT_3D_SIZE 17\n", lut_generated_by_line(program, author),
@@ -24,15 +26,17 @@ bool write_lut_cube(const lut_argb_variable& lut, const std::string& path, const
                 const argb_float& e = table.data[lut_index(17, r, g, b)];
                 fmt::format_to(std::back_inserter(out), "{:.4f} {:.4f} {:.4f}\n", e.r, e.g, e.b);
             }
-    return write_text_file(path, std::string_view(out.data(), out.size()));
+    return write_lut_text(path, out, problem);
 }
 
 bool write_lut_cube_exact(const lut_argb_variable& lut, const std::string& path, const std::string& program,
-                          const std::string& author)
+                          const std::string& author, std::string& problem)
 {
     const std::size_t n = lut.edge;
-    if (n < 2 || lut.data.size() != lut_entry_count(n))
+    if (n < 2 || lut.data.size() != lut_entry_count(n)) {
+        problem = no_table_problem(path, lut);
         return false;
+    }
     fmt::memory_buffer out;
     fmt::format_to(std::back_inserter(out), "{}TITLE \"{}\"\nLUT_3D_SIZE {}\n", lut_generated_by_line(program, author),
                    lut_title_of(path), n);
@@ -43,7 +47,21 @@ bool write_lut_cube_exact(const lut_argb_variable& lut, const std::string& path,
                 const argb_float& e = lut.data[lut_index(n, r, g, b)];
                 fmt::format_to(std::back_inserter(out), "{} {} {}\n", e.r, e.g, e.b);
             }
-    return write_text_file(path, std::string_view(out.data(), out.size()));
+    return write_lut_text(path, out, problem);
+}
+
+bool write_lut_cube(const lut_argb_variable& lut, const std::string& path, const std::string& program,
+                    const std::string& author)
+{
+    std::string ignored;
+    return write_lut_cube(lut, path, program, author, ignored);
+}
+
+bool write_lut_cube_exact(const lut_argb_variable& lut, const std::string& path, const std::string& program,
+                          const std::string& author)
+{
+    std::string ignored;
+    return write_lut_cube_exact(lut, path, program, author, ignored);
 }
 
 }  // namespace vl1

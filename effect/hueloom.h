@@ -16,12 +16,12 @@
 
 #include "color/hueloom_theme_v1.h"
 #include "color/lut_argb.h"
-#include "color/lut_exporter.h"
 #include "effect/hueloom_parameters.h"
 #include "framework/ccomponent.h"
 #include "framework/iidentity_check.h"
 #include "framework/irow_processor.h"
 #include "framework/istate_layout.h"
+#include "framework/lut_exporter.h"
 
 namespace vl1 {
 

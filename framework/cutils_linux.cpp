@@ -11,11 +11,11 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
 
+#include "framework/io/read_bounded_file.h"
 #include "framework/log.h"
 
 extern char** environ;
@@ -40,6 +40,9 @@ std::string locate_bundle()
     return bundle.empty() ? std::string() : bundle.string();
 }
 
+// The bundle's resources are themes; none is larger than a theme file may be.
+constexpr std::uintmax_t largest_resource_bytes = 256ull << 20;
+
 // "name.type" of a resource: split at the last "."; a name without "." serves as both.
 std::string resource_file_name(const std::string& name)
 {
@@ -47,21 +50,6 @@ std::string resource_file_name(const std::string& name)
     if (dot == std::string::npos)
         return name + "." + name;
     return name;
-}
-
-// False on any read failure (a folder, no permission, an I/O error).
-bool read_whole_file(const std::string& path, std::vector<uint8_t>& out)
-{
-    std::unique_ptr<std::FILE, decltype(&std::fclose)> file(std::fopen(path.c_str(), "rb"), &std::fclose);
-    if (!file)
-        return false;
-    uint8_t chunk[16384];
-    for (;;) {
-        const std::size_t got = std::fread(chunk, 1, sizeof chunk, file.get());
-        out.insert(out.end(), chunk, chunk + got);
-        if (got < sizeof chunk)
-            return std::ferror(file.get()) == 0;
-    }
 }
 
 std::string home_directory()
@@ -151,8 +139,9 @@ bool cutils_linux::get_resource(const std::string& name, std::vector<uint8_t>& o
     if (!std::filesystem::exists(path, ec))
         return false;
     // From here the resource exists: an unreadable file leaves `out` empty and still counts.
-    if (!read_whole_file(path.string(), out))
-        out.clear();
+    std::string problem;
+    if (!read_bounded_file(path, largest_resource_bytes, out, problem))
+        log("Resource not read: {}", problem);
     return true;
 }
 

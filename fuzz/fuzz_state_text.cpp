@@ -13,7 +13,7 @@
 #include "fuzz/harness/fuzz_process.h"
 #include "fuzz/harness/state_checks.h"
 #include "fuzz/property_check.h"
-#include "framework/state_text.h"
+#include "framework/io/state_text.h"
 
 namespace vl1::fuzz {
 

@@ -2,7 +2,7 @@
 // runs.
 #include <FL/Fl.H>
 
-#include "color/lut_exporter.h"
+#include "framework/lut_exporter.h"
 #include "color/lut_writer_3dl.h"
 #include "color/lut_writer_cube.h"
 #include "framework/ihost.h"
@@ -225,6 +225,7 @@ void CVLPluginToolbar::export_lut()
         return;
     auto* exporter = dynamic_cast<lut_exporter*>(found);
     lut_argb_variable lut;
+    std::string problem;
     bool written = exporter != nullptr && exporter->get_lut(&lut);
     if (written) {
         bool as_3dl = ends_with(path, ".3dl");
@@ -234,10 +235,10 @@ void CVLPluginToolbar::export_lut()
             as_3dl = names_3dl;
             path += names_3dl && !names_cube ? ".3dl" : ".cube";
         }
-        written = as_3dl ? write_lut_3dl(lut, path, "", "") : write_lut_cube(lut, path, "", "");
+        written = as_3dl ? write_lut_3dl(lut, path, "", "", problem) : write_lut_cube(lut, path, "", "", problem);
     }
     if (!written) {
-        log("LUT export to {0} failed.", path);
+        log("LUT export to {0} failed: {1}", path, problem);
         alert(text("{en:Error exporting LUT}{de:Fehler beim Exportieren der LUT}"));
     }
 }

@@ -1,5 +1,6 @@
 #include "ofx/ofx_actions.h"
 
+#include <cstdint>
 #include <cstring>
 #include <limits>
 
@@ -127,8 +128,9 @@ OfxStatus action_create_instance(OfxImageEffectHandle effect)
 
     auto record = std::make_shared<ofx_instance_data>();
     ofx_instance_data* address = record.get();
-    const uint64_t token = state.add_instance(std::move(record), std::move(component));
-    log("New component token is {0}", token);
+    state.add_instance(std::move(record), std::move(component));
+    // The record's address is the instance's key in the table and in the host's property.
+    log("New component token is {0}", reinterpret_cast<std::uintptr_t>(address));
 
     OfxPropertySetHandle props = nullptr;
     if (s.effect->getPropertySet(effect, &props) == kOfxStatOK && props != nullptr)
@@ -140,12 +142,7 @@ OfxStatus action_instance_changed(OfxImageEffectHandle effect, OfxPropertySetHan
 {
     auto& state = ofx_plugin_state::get();
     const host_suites& s = state.suites;
-    OfxPropertySetHandle props = nullptr;
-    void* record = nullptr;
-    s.effect->getPropertySet(effect, &props);
-    s.property->propGetPointer(props, kOfxPropInstanceData, 0, &record);
-    // The record is only trusted once the table knows its token.
-    const instance_entry entry = state.find_instance(state.find_instance_by_record(record));
+    const instance_entry entry = state.find_entry(effect);
 
     char* name = nullptr;
     const OfxStatus status = s.property->propGetString(in_args, kOfxPropName, 0, &name);
@@ -162,12 +159,7 @@ OfxStatus action_instance_changed(OfxImageEffectHandle effect, OfxPropertySetHan
 OfxStatus action_write_pending(OfxImageEffectHandle effect)
 {
     auto& state = ofx_plugin_state::get();
-    OfxPropertySetHandle props = nullptr;
-    void* record = nullptr;
-    if (state.suites.effect->getPropertySet(effect, &props) != kOfxStatOK || props == nullptr)
-        return kOfxStatReplyDefault;
-    state.suites.property->propGetPointer(props, kOfxPropInstanceData, 0, &record);
-    const instance_entry entry = state.find_instance(state.find_instance_by_record(record));
+    const instance_entry entry = state.find_entry(effect);
     if (entry.record && entry.component)
         WritePendingToHost(state.suites, effect, entry.component);
     return kOfxStatReplyDefault;
@@ -175,18 +167,7 @@ OfxStatus action_write_pending(OfxImageEffectHandle effect)
 
 OfxStatus action_destroy_instance(OfxImageEffectHandle effect)
 {
-    auto& state = ofx_plugin_state::get();
-    const host_suites& s = state.suites;
-    OfxPropertySetHandle props = nullptr;
-    if (s.effect->getPropertySet(effect, &props) != kOfxStatOK || props == nullptr)
-        return kOfxStatOK;
-    void* record = nullptr;
-    s.property->propGetPointer(props, kOfxPropInstanceData, 0, &record);
-    if (record == nullptr || state.instance_count() == 0)
-        return kOfxStatOK;
-    // Look the address up among the live records before reading it: a host may destroy twice.
-    if (const uint64_t token = state.find_instance_by_record(record); token != 0)
-        state.remove_instance(token);
+    ofx_plugin_state::get().remove_entry(effect);
     return kOfxStatOK;
 }
 

@@ -13,12 +13,9 @@ OfxStatus action_is_identity(OfxImageEffectHandle effect, OfxPropertySetHandle i
 {
     auto& state = ofx_plugin_state::get();
     const host_suites& s = state.suites;
-    OfxPropertySetHandle props = nullptr;
-    void* record = nullptr;
-    if (in_args == nullptr || out_args == nullptr || s.effect->getPropertySet(effect, &props) != kOfxStatOK ||
-        props == nullptr || s.property->propGetPointer(props, kOfxPropInstanceData, 0, &record) != kOfxStatOK)
+    if (in_args == nullptr || out_args == nullptr)
         return kOfxStatReplyDefault;
-    const instance_entry entry = state.find_instance(state.find_instance_by_record(record));
+    const instance_entry entry = state.find_entry(effect);
     // A pending "Open GUI" is served by the render action, which must run.
     if (!entry.record || !entry.component || entry.record->open_gui)
         return kOfxStatReplyDefault;

@@ -1,7 +1,5 @@
 #include "ofx/ofx_plugin_state.h"
 
-#include <random>
-
 #include "framework/component_factory.h"
 #include "ofx/ofx_host_interface.h"
 
@@ -33,54 +31,40 @@ void ofx_plugin_state::unload()
     prototype_initialised = false;
 }
 
-uint64_t ofx_plugin_state::make_token()
-{
-    // Random start, then a splitmix64 walk: tokens look random in the log but never repeat
-    // within a process, so two instances made in the same second both keep their entries.
-    if (token_state == 0)
-        token_state = (uint64_t(std::random_device{}()) << 32) ^ std::random_device{}() ^ 0x9e3779b97f4a7c15ull;
-    uint64_t z = (token_state += 0x9e3779b97f4a7c15ull);
-    z = (z ^ (z >> 30)) * 0xbf58476d1ce4e5b9ull;
-    z = (z ^ (z >> 27)) * 0x94d049bb133111ebull;
-    return z ^ (z >> 31);
-}
-
-uint64_t ofx_plugin_state::add_instance(std::shared_ptr<ofx_instance_data> record,
-                                        std::shared_ptr<icomponent_v1> component)
+void ofx_plugin_state::add_instance(std::shared_ptr<ofx_instance_data> record, std::shared_ptr<icomponent_v1> component)
 {
     std::lock_guard lock(table_mutex);
-    uint64_t token = make_token();
-    while (token == 0 || instances.count(token) != 0)
-        token = make_token();
-    record->token = token;
-    instances[token] = instance_entry{std::move(record), std::move(component)};
-    return token;
+    const void* address = record.get();
+    instances[address] = instance_entry{std::move(record), std::move(component)};
 }
 
-instance_entry ofx_plugin_state::find_instance(uint64_t token) const
+const void* ofx_plugin_state::record_address(OfxImageEffectHandle effect) const
 {
+    OfxPropertySetHandle props = nullptr;
+    void* record = nullptr;
+    if (suites.effect == nullptr || suites.property == nullptr ||
+        suites.effect->getPropertySet(effect, &props) != kOfxStatOK || props == nullptr ||
+        suites.property->propGetPointer(props, kOfxPropInstanceData, 0, &record) != kOfxStatOK)
+        return nullptr;
+    return record;
+}
+
+instance_entry ofx_plugin_state::find_entry(OfxImageEffectHandle effect) const
+{
+    const void* address = record_address(effect);
+    if (address == nullptr)
+        return {};
     std::lock_guard lock(table_mutex);
-    auto it = instances.find(token);
+    const auto it = instances.find(address);
     return it == instances.end() ? instance_entry{} : it->second;
 }
 
-uint64_t ofx_plugin_state::find_instance_by_record(const void* address) const
+bool ofx_plugin_state::remove_entry(OfxImageEffectHandle effect)
 {
-    if (address == nullptr)
-        return 0;
-    std::lock_guard lock(table_mutex);
-    for (const auto& [token, entry] : instances) {
-        if (entry.record.get() == address)
-            return token;
-    }
-    return 0;
-}
-
-bool ofx_plugin_state::remove_instance(uint64_t token)
-{
+    const void* address = record_address(effect);
     std::unique_lock lock(table_mutex);
-    auto it = instances.find(token);
-    if (it == instances.end())
+    const auto it = instances.find(address);
+    if (address == nullptr || it == instances.end())
         return false;
     // The component may run its destructor here; do that outside the lock.
     instance_entry gone = std::move(it->second);

@@ -5,7 +5,6 @@
 // no lock of its own beyond what keeps concurrent renders' look-ups safe.
 #pragma once
 
-#include <cstdint>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -40,25 +39,24 @@ public:
     /// load finds the adapter as the first one did. Instances the host left alive stay.
     void unload();
 
-    /// Adds an entry under a fresh token, unique among the live instances of this process.
-    uint64_t add_instance(std::shared_ptr<ofx_instance_data> record, std::shared_ptr<icomponent_v1> component);
-    /// The entry of `token`; empty pointers if there is none.
-    instance_entry find_instance(uint64_t token) const;
-    /// The token of the live record at `address`, found without reading through the address
-    /// (a host may hand back a stale or foreign pointer); 0 if no live record is there.
-    uint64_t find_instance_by_record(const void* address) const;
-    /// Erases the entry of `token`; false if there was none.
-    bool remove_instance(uint64_t token);
+    /// Adds an entry under the address of its record, which the host keeps for the instance.
+    void add_instance(std::shared_ptr<ofx_instance_data> record, std::shared_ptr<icomponent_v1> component);
+    /// The entry of the instance `effect`, by the record address in its "OfxPropInstanceData",
+    /// found without reading through that address (a host may hand back a stale or foreign
+    /// pointer). Empty pointers if the instance has no live entry.
+    instance_entry find_entry(OfxImageEffectHandle effect) const;
+    /// Erases the entry of `effect`; false if there was none. A host may destroy twice.
+    bool remove_entry(OfxImageEffectHandle effect);
     size_t instance_count() const;
 
 private:
-    uint64_t make_token();
+    /// The record address the host keeps for `effect`; null if it can't be read.
+    const void* record_address(OfxImageEffectHandle effect) const;
 
     bool prototype_initialised = false;
 
     mutable std::mutex table_mutex;  // renders of other instances may look up concurrently
-    std::map<uint64_t, instance_entry> instances;
-    uint64_t token_state = 0;
+    std::map<const void*, instance_entry> instances;
 };
 
 }  // namespace vl1

@@ -62,14 +62,7 @@ OfxStatus action_render(OfxImageEffectHandle effect, OfxPropertySetHandle in_arg
     auto& state = ofx_plugin_state::get();
     const host_suites& s = state.suites;
 
-    OfxPropertySetHandle props = nullptr;
-    if (s.effect->getPropertySet(effect, &props) != kOfxStatOK || props == nullptr)
-        return kOfxStatFailed;
-    void* record = nullptr;
-    s.property->propGetPointer(props, kOfxPropInstanceData, 0, &record);
-    if (record == nullptr)
-        return kOfxStatFailed;
-    const instance_entry entry = state.find_instance(state.find_instance_by_record(record));
+    const instance_entry entry = state.find_entry(effect);
     if (!entry.record) {
         log_text("Component not found! Token was ");
         return kOfxStatFailed;

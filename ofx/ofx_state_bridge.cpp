@@ -5,7 +5,7 @@
 
 #include "framework/istate_layout.h"
 #include "framework/log.h"
-#include "framework/state_text.h"
+#include "framework/io/state_text.h"
 #include "ofx/ofx_host_interface.h"
 #include "ofx/ofx_param_bridge.h"
 #include "ofx/ofx_param_names.h"

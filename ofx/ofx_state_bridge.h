@@ -1,5 +1,5 @@
 // The component's whole private state travels to the host as text in the hidden custom
-// parameter "binaryStateParam" and back, in the form of framework/state_text.h.
+// parameter "binaryStateParam" and back, in the form of framework/io/state_text.h.
 #pragma once
 
 #include <memory>

@@ -1,12 +1,10 @@
 #include "presets/preset_manager.h"
 
-#include <atomic>
 #include <filesystem>
-#include <fstream>
 
 #include <fmt/format.h>
-#include <unistd.h>
 
+#include "framework/io/write_file_atomically.h"
 #include "framework/iparameter.h"
 #include "framework/iutils.h"
 #include "framework/log.h"
@@ -25,41 +23,6 @@ constexpr const char* presets_folder_name = "Plugin Presets";
 
 const char* const save_failed_reason =
     "{en:The preset could not be written.}{de:Das Preset konnte nicht geschrieben werden.}";
-
-// A name in the preset folder that the list never shows: no ".json" in it.
-std::string temporary_save_path(const std::string& folder)
-{
-    static std::atomic<unsigned> counter{0};
-    return fmt::format("{}/.~saving-{}-{}", folder, static_cast<long>(getpid()), counter++);
-}
-
-// Writes `text` to a temporary file beside `path` and moves it over `path` only when the
-// whole text is on disk, so that a failed save never damages the preset it replaces.
-bool write_whole_file(const std::string& folder, const std::string& path, const std::string& text)
-{
-    const std::string temporary = temporary_save_path(folder);
-    {
-        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-        out.write(text.data(), static_cast<std::streamsize>(text.size()));
-        out.flush();
-        const bool written = static_cast<bool>(out);
-        out.close();
-        if (!written || out.fail()) {
-            std::error_code ignored;
-            fs::remove(temporary, ignored);
-            log("Cannot write preset file '{}'.", temporary);
-            return false;
-        }
-    }
-    std::error_code ec;
-    fs::rename(temporary, path, ec);
-    if (ec) {
-        log("Cannot move the new preset into '{}': {}", path, ec.message());
-        fs::remove(temporary, ec);
-        return false;
-    }
-    return true;
-}
 
 bool load_document_for(const std::string& path, rapidjson::Document& document)
 {
@@ -215,7 +178,9 @@ int preset_manager::save_preset(const std::string& name, bool overwrite, std::st
         std::error_code ec;
         if (!overwrite && fs::exists(fs::symlink_status(path, ec)))
             return preset_exists;
-        if (!write_whole_file(preset_folder(), path, build_preset_text(*owner))) {
+        std::string problem;
+        if (!write_file_atomically(path, build_preset_text(*owner), problem)) {
+            log("{}", problem);
             reason = save_failed_reason;
             return preset_save_failed;
         }

@@ -2,11 +2,12 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 
 #include <fmt/format.h>
 #include <rapidjson/filereadstream.h>
+
+#include "framework/io/read_bounded_file.h"
 
 namespace vl1 {
 
@@ -67,13 +68,9 @@ struct file_closer {
 
 bool read_preset_document(const std::string& path, rapidjson::Document& document, std::string& problem)
 {
-    std::uintmax_t size = 0;
-    if (!check_size(path, size, problem))
-        return false;
-    std::ifstream in(path, std::ios::binary);
-    std::string text(static_cast<std::size_t>(size), '\0');
-    if (!in || !in.read(text.data(), static_cast<std::streamsize>(size))) {
-        problem = fmt::format("Cannot read preset file '{}'.", path);
+    std::string text;
+    if (!read_bounded_file(path, preset_file_size_limit, text, problem)) {
+        problem = fmt::format("Preset file: {}.", problem);
         return false;
     }
     document.Parse<preset_parse_flags>(text.data(), text.size());

@@ -6,8 +6,8 @@
 
 #include <fmt/format.h>
 
-#include "color/lut_exporter.h"
 #include "framework/iparameter.h"
+#include "framework/lut_exporter.h"
 
 namespace vl1 {
 

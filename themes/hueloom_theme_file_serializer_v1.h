@@ -43,6 +43,10 @@ struct theme_file_entry_v1 {
     std::vector<theme_lut_entry_v1> slots;
 };
 
+/// The largest theme file any reader takes: above the largest theme an import makes (360
+/// wheel LUTs of 393224 bytes and a 64 MiB background, some 210 MB).
+inline constexpr std::uintmax_t largest_theme_file_bytes = 256ull << 20;
+
 /// Stateless reader and writer of theme files.
 class hueloom_theme_file_serializer_v1 {
 public:
@@ -60,9 +64,10 @@ public:
     /// or the stream fails.
     static bool write_theme_to_stream(const hueloom_theme_v1& theme, std::ostream& out);
 
-    /// Writes the file at `path`, truncating what stood there (callers that must not leave a
-    /// broken file behind write to a temporary name and rename). False if the file can't
-    /// be opened or written.
+    /// Writes the file at `path` in one step (framework/io): what stood there stays until the
+    /// whole file is on the disk, and no temporary file is left. False, with `problem`
+    /// naming the file, if the theme can't be stored or any write fails.
+    static bool write_theme_to_file(const hueloom_theme_v1& theme, const std::string& path, std::string& problem);
     static bool write_theme_to_file(const hueloom_theme_v1& theme, const std::string& path);
 
     /// Reads a whole theme file from `bytes`. Refuses (false, theme untouched, reason in
@@ -79,7 +84,8 @@ public:
     /// past the end.
     static bool read_theme_from_vector(hueloom_theme_v1& theme, const std::vector<uint8_t>& bytes, unsigned long offset);
 
-    /// Reads the regular file at `path`. False if it isn't one, can't be read, or is refused.
+    /// Reads the regular file at `path` of at most largest_theme_file_bytes. False, with
+    /// `problem` naming the file, if it isn't one, is larger, can't be read, or is refused.
     static bool read_theme_from_file(hueloom_theme_v1& theme, const std::string& path);
     static bool read_theme_from_file(hueloom_theme_v1& theme, const std::string& path, std::string& problem);
 

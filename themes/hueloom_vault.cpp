@@ -8,7 +8,6 @@
 #include "framework/iutils.h"
 #include "framework/localize.h"
 #include "framework/log.h"
-#include "themes/atomic_theme_write.h"
 #include "themes/ctime_text.h"
 #include "themes/hueloom_theme_file_serializer_v1.h"
 #include "themes/theme_folder_import.h"
@@ -98,7 +97,7 @@ bool hueloom_vault::store_theme_in_appdata(std::shared_ptr<const hueloom_theme_v
     }
     create_private_folders(fs::path(path).parent_path().string());
     std::string problem;
-    if (!write_theme_file_atomically(*theme, path, problem)) {
+    if (!hueloom_theme_file_serializer_v1::write_theme_to_file(*theme, path, problem)) {
         log("Theme {:08x} not stored: {}", theme->uid, problem);
         return false;
     }

@@ -2,12 +2,11 @@
 // really there before anything is allocated for it, so a truncated or hostile file is
 // refused with its reason instead of being read past its end.
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <istream>
 
 #include <fmt/format.h>
 
+#include "framework/io/read_bounded_file.h"
 #include "themes/byte_order.h"
 #include "themes/hueloom_theme_file_serializer_v1.h"
 #include "themes/theme_file_layout.h"
@@ -202,18 +201,10 @@ bool hueloom_theme_file_serializer_v1::read_theme_from_vector(hueloom_theme_v1& 
 bool hueloom_theme_file_serializer_v1::read_theme_from_file(hueloom_theme_v1& theme, const std::string& path,
                                                             std::string& problem)
 {
-    // Only regular files: opening a FIFO or a device would block or never end.
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) {
-        problem = "not a regular file";
+    std::vector<uint8_t> bytes;
+    if (!read_bounded_file(path, largest_theme_file_bytes, bytes, problem))
         return false;
-    }
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
-        problem = "cannot be opened";
-        return false;
-    }
-    return read_theme_from_stream(theme, file, problem);
+    return read_theme_from_bytes(theme, bytes, problem);
 }
 
 bool hueloom_theme_file_serializer_v1::read_theme_from_file(hueloom_theme_v1& theme, const std::string& path)

@@ -1,8 +1,11 @@
 // Writing theme files, always in format version 3.
-#include <fstream>
 #include <limits>
 #include <ostream>
+#include <sstream>
 
+#include <fmt/format.h>
+
+#include "framework/io/write_file_atomically.h"
 #include "themes/byte_order.h"
 #include "themes/hueloom_theme_file_serializer_v1.h"
 
@@ -74,15 +77,21 @@ bool hueloom_theme_file_serializer_v1::write_theme_to_stream(const hueloom_theme
     return static_cast<bool>(out);
 }
 
+bool hueloom_theme_file_serializer_v1::write_theme_to_file(const hueloom_theme_v1& theme, const std::string& path,
+                                                           std::string& problem)
+{
+    std::ostringstream bytes;
+    if (!write_theme_to_stream(theme, bytes)) {
+        problem = fmt::format("cannot write '{}': the theme can't be stored in a theme file", path);
+        return false;
+    }
+    return write_file_atomically(path, std::move(bytes).str(), problem);
+}
+
 bool hueloom_theme_file_serializer_v1::write_theme_to_file(const hueloom_theme_v1& theme, const std::string& path)
 {
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    if (!file)
-        return false;
-    if (!write_theme_to_stream(theme, file))
-        return false;
-    file.close();
-    return static_cast<bool>(file);
+    std::string ignored;
+    return write_theme_to_file(theme, path, ignored);
 }
 
 }  // namespace vl1

@@ -1,7 +1,7 @@
 #include "themes/theme_folder_import.h"
 
 // First, so that RapidJSON's assertions throw.
-#include "themes/json_checked.h"
+#include "framework/io/json_checked.h"
 
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
@@ -10,11 +10,11 @@
 #include <cfloat>
 #include <cmath>
 #include <filesystem>
-#include <fstream>
 
 #include <fmt/format.h>
 
 #include "color/lut_reader.h"
+#include "framework/io/read_bounded_file.h"
 #include "framework/log.h"
 #include "framework/uid.h"
 #include "themes/ctime_text.h"
@@ -41,26 +41,15 @@ struct import_failed {
 std::string path_text(const fs::path& path) { return path.string(); }
 
 // Reads a regular file of up to `largest` bytes whole. False (with `why`) for a read error or
-// an oversize file; true with empty `bytes` for a file that is missing, empty or not regular.
+// an oversize file; true with empty `bytes` for a file that is missing or not regular.
 bool read_small_file(const fs::path& path, std::uintmax_t largest, std::string& bytes, std::string& why)
 {
     std::error_code error;
-    const std::uintmax_t size = fs::is_regular_file(path, error) ? fs::file_size(path, error) : 0;
-    if (error || size == 0) {
+    if (!fs::is_regular_file(path, error)) {
         bytes.clear();
         return true;
     }
-    if (size > largest) {
-        why = fmt::format("'{}' is {} bytes, more than the {} bytes such a file may have", path_text(path), size, largest);
-        return false;
-    }
-    std::ifstream file(path, std::ios::binary);
-    bytes.assign(static_cast<std::size_t>(size), '\0');
-    if (!file.read(bytes.data(), static_cast<std::streamsize>(size))) {
-        why = fmt::format("'{}' could not be read whole", path_text(path));
-        return false;
-    }
-    return true;
+    return read_bounded_file(path, largest, bytes, why);
 }
 
 std::string read_theme_json(const fs::path& folder)

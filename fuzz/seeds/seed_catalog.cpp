@@ -1,6 +1,6 @@
 #include "fuzz/seeds/seed_catalog.h"
 
-#include "themes/json_checked.h"
+#include "framework/io/json_checked.h"
 
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
@@ -10,7 +10,7 @@
 
 #include "fuzz/harness/fuzz_component.h"
 #include "fuzz/harness/fuzz_themes.h"
-#include "framework/state_text.h"
+#include "framework/io/state_text.h"
 #include "presets/preset_writer.h"
 #include "themes/byte_order.h"
 #include "themes/hueloom_theme_file_serializer_v1.h"

@@ -9,8 +9,9 @@
 #include <limits>
 #include <random>
 
-#include "framework/state_packing.h"
-#include "framework/state_text.h"
+#include "framework/io/base64.h"
+#include "framework/io/state_packing.h"
+#include "framework/io/state_text.h"
 
 namespace vl1 {
 namespace {
@@ -60,6 +61,16 @@ TEST(StateText, PackedTextGivesTheBlobBackByteForByte)
 
 TEST(StateText, PlainBase64FromEarlierVersionsReadsWithZeroPadding)
 {
+    // RFC 4648's vectors, both ways.
+    const std::pair<std::string, std::string> vectors[] = {{"", ""}, {"f", "Zg=="}, {"fo", "Zm8="}, {"foo", "Zm9v"},
+                                                           {"foob", "Zm9vYg=="}, {"fooba", "Zm9vYmE="}};
+    for (const auto& [plain, coded] : vectors) {
+        const std::vector<uint8_t> bytes(plain.begin(), plain.end());
+        EXPECT_EQ(to_base64(bytes), coded);
+        std::vector<uint8_t> back = {1};
+        EXPECT_TRUE(from_base64(coded, back) && back == bytes) << coded;
+    }
+
     for (size_t size : {3u * 16, 3u * 16 + 1, 3u * 16 + 2}) {
         const auto blob = counting_blob(size);
         const std::string text = plain_state_text(blob);
@@ -74,8 +85,9 @@ TEST(StateText, PlainBase64FromEarlierVersionsReadsWithZeroPadding)
 
 TEST(StateText, TextThatCarriesNoStateDecodesToNothing)
 {
-    for (const char* text : {(const char*)nullptr, "", "QQ=", "not base64 at all!", "QUJD\xff\xfe", "hlz1:", "hlz1:QUJD",
-                             "hlz1:!!!!", "hlz2:QUJD"})
+    // Only canonical base64: "QR==" and "QUJ=" leave bits set that no encoder writes.
+    for (const char* text : {(const char*)nullptr, "", "QQ=", "not base64 at all!", "QUJD\xff\xfe", "QR==", "QUJ=",
+                             "A===", "QU=D", "QUJD QUJD", "hlz1:", "hlz1:QUJD", "hlz1:!!!!", "hlz2:QUJD"})
         EXPECT_TRUE(decode_state_text(text, no_limit).empty()) << (text ? text : "null");
 }
 

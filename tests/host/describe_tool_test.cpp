@@ -104,8 +104,8 @@ int occurrences(const std::string& text, std::string_view part)
 TEST(describe_tool, TwiceInOneProcessListsTheBundleTheSameWay)
 {
     std::ostringstream first, second, err;
-    EXPECT_EQ(hueloom_host::describe_bundles({hueloom_test::plugin_dir()}, first, err), 0) << err.str();
-    EXPECT_EQ(hueloom_host::describe_bundles({hueloom_test::plugin_dir()}, second, err), 0) << err.str();
+    EXPECT_EQ(vl1::host_tool::describe_bundles({hueloom_test::plugin_dir()}, first, err), 0) << err.str();
+    EXPECT_EQ(vl1::host_tool::describe_bundles({hueloom_test::plugin_dir()}, second, err), 0) << err.str();
     EXPECT_EQ(second.str(), first.str());
     for (const char* name : {"binaryStateParam ", "Global Bypass ", "Luminance "})
         EXPECT_EQ(occurrences(first.str(), name), 1) << name << " in\n" << first.str();

@@ -1,6 +1,7 @@
 #include "tests/ofx/bundle_look.h"
 
 #include "color/lut_sampling.h"
+#include "framework/io/state_text.h"
 #include "tests/ofx/bundle_test_support.h"
 #include "themes/hueloom_theme_state_serializer_v1.h"
 
@@ -83,10 +84,7 @@ std::vector<uint8_t> state_blob_with(const vl1::hueloom_theme_v1& theme, std::si
 
 std::string state_text(const std::vector<uint8_t>& blob)
 {
-    std::string text(sodium_base64_encoded_len(blob.size(), sodium_base64_VARIANT_ORIGINAL), '\0');
-    sodium_bin2base64(text.data(), text.size(), blob.data(), blob.size(), sodium_base64_VARIANT_ORIGINAL);
-    text.resize(std::strlen(text.c_str()));
-    return text;
+    return vl1::plain_state_text(blob);
 }
 
 std::string forged_packed_text(uint32_t state_bytes, std::size_t zeros, bool declare_size)
@@ -104,7 +102,7 @@ std::string forged_packed_text(uint32_t state_bytes, std::size_t zeros, bool dec
     std::memcpy(packed.data() + 40, &frame_size, 4);
     std::copy(frame.begin(), frame.end(), packed.begin() + 44);
     crypto_generichash(packed.data() + 4, 32, packed.data() + 36, packed.size() - 36, nullptr, 0);
-    return "hlz1:" + state_text(packed);
+    return vl1::packed_state_prefix + state_text(packed);
 }
 
 }  // namespace bundle_test

@@ -13,10 +13,10 @@
 #include <string>
 #include <vector>
 
-#include "color/lut_exporter.h"
 #include "framework/ccomponent.h"
 #include "framework/chost.h"
 #include "framework/cparameter.h"
+#include "framework/lut_exporter.h"
 
 namespace vl1::presettest {
 

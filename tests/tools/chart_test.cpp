@@ -13,7 +13,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using namespace hueloom_chart;
+using namespace vl1::chart_tool;
 
 TEST(test_chart, PatchesAreSolidDistinctAndInsideTheChart)
 {

@@ -145,6 +145,26 @@ TEST_F(render_failure, OutputFoldersThatCantBeWritten)
         r = fails_with(5, hueloom_plugin_args(), {"-i", image.string(), "-o", (locked / "x.png").string()});
         EXPECT_TRUE(contains(r.err, "is not writable")) << r.err;
         fs::permissions(locked, fs::perms::owner_all);
+    } else {  // nor do they stop root's writes; /proc does
+        r = fails_with(5, hueloom_plugin_args(), {"--export-lut", "/proc/self/look.cube"});
+        EXPECT_TRUE(contains(r.err, "cannot write /proc/self/look.cube")) << r.err;
+    }
+}
+
+TEST_F(render_failure, AFullDiskIsNeverReportedAsWritten)
+{
+    // Every write to /dev/full fails as on a full disk; the links give it the extensions.
+    const std::vector<std::vector<std::string>> commands = {
+        {"--export-lut", (dir / "full.cube").string()},
+        {"--export-lut", (dir / "full.3dl").string()},
+        {"-q", "-i", image.string(), "-o", (dir / "x.png").string(), "--state-out", (dir / "full.txt").string()},
+    };
+    for (const auto& command : commands) {
+        const std::string& path = command.back();
+        fs::create_symlink("/dev/full", path);
+        const auto r = fails_with(5, hueloom_plugin_args(), command);
+        EXPECT_TRUE(contains(r.err, "cannot write '" + path + "': writing failed at byte 0")) << r.err;
+        EXPECT_FALSE(contains(r.err + r.out, " written to ")) << r.err << r.out;
     }
 }
 

@@ -1,11 +1,12 @@
 #include "themes/web/downloaded_theme_files.h"
 
 #include <filesystem>
-#include <fstream>
 #include <vector>
 
 #include <fmt/format.h>
 
+#include "framework/io/read_bounded_file.h"
+#include "framework/io/write_file_atomically.h"
 #include "themes/web/theme_addresses.h"
 
 namespace vl1 {
@@ -13,27 +14,6 @@ namespace vl1 {
 namespace {
 
 namespace fs = std::filesystem;
-
-bool read_back(const std::string& path, std::uint64_t max_bytes, std::vector<uint8_t>& bytes, std::string& problem)
-{
-    std::error_code ec;
-    const std::uintmax_t size = fs::file_size(path, ec);
-    if (ec) {
-        problem = fmt::format("cannot read the downloaded file '{}': {}", path, ec.message());
-        return false;
-    }
-    if (size > max_bytes) {
-        problem = fmt::format("the downloaded file '{}' has {} bytes, more than the {} allowed", path, size, max_bytes);
-        return false;
-    }
-    bytes.resize(static_cast<std::size_t>(size));
-    std::ifstream in(path, std::ios::binary);
-    if (!in || !in.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()))) {
-        problem = fmt::format("cannot read the downloaded file '{}'", path);
-        return false;
-    }
-    return true;
-}
 
 bool accepted(const std::string& temp_path, uint32_t uid, const theme_bytes_validator& validator,
               std::uint64_t max_bytes, std::string& problem)
@@ -43,7 +23,7 @@ bool accepted(const std::string& temp_path, uint32_t uid, const theme_bytes_vali
         return false;
     }
     std::vector<uint8_t> bytes;
-    if (!read_back(temp_path, max_bytes, bytes, problem))
+    if (!read_bounded_file(temp_path, max_bytes, bytes, problem))
         return false;
     std::string why;
     bool valid = false;
@@ -66,13 +46,9 @@ bool accepted(const std::string& temp_path, uint32_t uid, const theme_bytes_vali
 bool install_downloaded_theme(const std::string& temp_path, const std::string& final_path, uint32_t uid,
                               const theme_bytes_validator& validator, std::uint64_t max_bytes, std::string& problem)
 {
+    if (accepted(temp_path, uid, validator, max_bytes, problem))
+        return move_file_into_place(temp_path, final_path, problem);
     std::error_code ec;
-    if (accepted(temp_path, uid, validator, max_bytes, problem)) {
-        fs::rename(temp_path, final_path, ec);
-        if (!ec)
-            return true;
-        problem = fmt::format("cannot move '{}' to '{}': {}", temp_path, final_path, ec.message());
-    }
     fs::remove(temp_path, ec);
     return false;
 }

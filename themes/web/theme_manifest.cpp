@@ -1,4 +1,4 @@
-#include "themes/json_checked.h"
+#include "framework/io/json_checked.h"
 
 #include "themes/web/theme_manifest.h"
 

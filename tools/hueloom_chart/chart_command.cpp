@@ -11,7 +11,7 @@
 #include <filesystem>
 #include <optional>
 
-namespace hueloom_chart {
+namespace vl1::chart_tool {
 
 namespace {
 
@@ -120,4 +120,4 @@ int run_chart_command(const std::vector<std::string>& args, std::ostream& out, s
     }
 }
 
-}  // namespace hueloom_chart
+}  // namespace vl1::chart_tool

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace hueloom_chart {
+namespace vl1::chart_tool {
 
 inline constexpr int default_chart_width = 1280;
 inline constexpr int default_chart_height = 720;
@@ -14,4 +14,4 @@ inline constexpr int default_chart_height = 720;
 /// couldn't be written, 2 usage. Never throws.
 int run_chart_command(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 
-}  // namespace hueloom_chart
+}  // namespace vl1::chart_tool

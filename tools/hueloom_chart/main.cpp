@@ -7,5 +7,5 @@
 int main(int argc, char** argv)
 {
     vl1::tools::install_stop_signals();
-    return hueloom_chart::run_chart_command({argv + 1, argv + argc}, std::cout, std::cerr);
+    return vl1::chart_tool::run_chart_command({argv + 1, argv + argc}, std::cout, std::cerr);
 }

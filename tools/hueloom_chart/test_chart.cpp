@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace hueloom_chart {
+namespace vl1::chart_tool {
 
 namespace {
 
@@ -134,4 +134,4 @@ chart_image make_test_chart(int width, int height)
     return img;
 }
 
-}  // namespace hueloom_chart
+}  // namespace vl1::chart_tool

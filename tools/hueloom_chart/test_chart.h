@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace hueloom_chart {
+namespace vl1::chart_tool {
 
 /// RGB floats, three per pixel, rows from the top down.
 struct chart_image {
@@ -46,4 +46,4 @@ chart_band grey_ramp_band(int width, int height);
 /// The chart; sizes are clamped to min_chart_size..max_chart_size.
 chart_image make_test_chart(int width, int height);
 
-}  // namespace hueloom_chart
+}  // namespace vl1::chart_tool

@@ -7,7 +7,7 @@
 #include <fmt/ostream.h>
 #include <fmt/ranges.h>
 
-namespace hueloom_host {
+namespace vl1::host_tool {
 
 namespace {
 
@@ -131,4 +131,4 @@ int describe_bundles(const std::vector<fs::path>& folders, std::ostream& out, st
     return ok ? 0 : 1;
 }
 
-}  // namespace hueloom_host
+}  // namespace vl1::host_tool

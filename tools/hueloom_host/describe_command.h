@@ -7,9 +7,9 @@
 #include <ostream>
 #include <vector>
 
-namespace hueloom_host {
+namespace vl1::host_tool {
 
 /// Exit code: 0 when every bundle described, 1 when one failed or none was found.
 int describe_bundles(const std::vector<std::filesystem::path>& folders, std::ostream& out, std::ostream& err);
 
-}  // namespace hueloom_host
+}  // namespace vl1::host_tool

@@ -49,7 +49,7 @@ int main(int argc, char** argv)
             std::cerr << "hueloom-host: PATH names no folder\n" << usage;
             return 2;
         }
-        return hueloom_host::describe_bundles(folders, std::cout, std::cerr);
+        return vl1::host_tool::describe_bundles(folders, std::cout, std::cerr);
     } catch (const std::exception& e) {
         std::cerr << "hueloom-host: " << e.what() << "\n";
         return 1;

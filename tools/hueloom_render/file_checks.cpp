@@ -65,7 +65,7 @@ const fs::path* input_files::find(const fs::path& output) const
     return it == by_path_.end() ? nullptr : &it->second;
 }
 
-void check_output_file(const fs::path& path, const input_files& inputs)
+void check_output_file(const fs::path& path, const input_files& inputs, bool devices_taken)
 {
     if (const fs::path* input = inputs.find(path)) {
         throw render_error(exit_code::usage, fmt::format("cannot write {}: it is the input {}, which would be lost",
@@ -73,6 +73,7 @@ void check_output_file(const fs::path& path, const input_files& inputs)
     }
     struct stat st{};
     const bool exists = stat(path.c_str(), &st) == 0;
+    if (exists && devices_taken && S_ISCHR(st.st_mode)) return;
     if (exists && !S_ISREG(st.st_mode)) throw output_error(path, fmt::format("it is {}", non_regular_kind(path)));
     // Write protection is the user's word that the file stays, for root too.
     if (exists && (access(path.c_str(), W_OK) != 0 || (st.st_mode & 0222) == 0))

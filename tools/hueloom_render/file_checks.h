@@ -34,7 +34,9 @@ private:
 
 /// Throws render_error for an output that would cost the user a file: (usage) when it is one
 /// of `inputs`, (output) when it is a folder or a file that the user may not write, and when
-/// its folder can't take a new file.
-void check_output_file(const std::filesystem::path& path, const input_files& inputs = input_files());
+/// its folder can't take a new file. With `devices_taken`, a character device (a terminal,
+/// /dev/stdout) passes: a text file is written into it in place.
+void check_output_file(const std::filesystem::path& path, const input_files& inputs = input_files(),
+                       bool devices_taken = false);
 
 }  // namespace hueloom_render

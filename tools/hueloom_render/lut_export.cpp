@@ -82,16 +82,12 @@ void export_lut(plugin_session& session, double time, const fs::path& path, int 
         throw render_error(e.code(), fmt::format("LUT lattice at frame {}: {}", time, e.what()));
     }
     const vl1::lut_argb_variable lut = lattice_to_lut(lattice, edge);
-    pending_output pending(path);
-    const std::string temp = pending.temp_path().string();
-    const bool written = fine                              ? vl1::write_lut_cube_exact(lut, temp, lut_program, "")
-                         : extension_of(path) == ".cube" ? vl1::write_lut_cube(lut, temp, lut_program, "")
-                                                         : vl1::write_lut_3dl(lut, temp, lut_program, "");
-    std::error_code ec;
-    if (!written || !fs::exists(pending.temp_path(), ec)) {
-        throw render_error(exit_code::output, fmt::format("cannot write {}", path.string()));
-    }
-    pending.commit();
+    const std::string file = path.string();
+    std::string problem;
+    const bool written = fine                              ? vl1::write_lut_cube_exact(lut, file, lut_program, "", problem)
+                         : extension_of(path) == ".cube" ? vl1::write_lut_cube(lut, file, lut_program, "", problem)
+                                                         : vl1::write_lut_3dl(lut, file, lut_program, "", problem);
+    if (!written) throw render_error(exit_code::output, problem);
 }
 
 }  // namespace hueloom_render

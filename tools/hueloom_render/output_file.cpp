@@ -1,5 +1,6 @@
 #include "tools/hueloom_render/output_file.h"
 
+#include "framework/io/write_file_atomically.h"
 #include "tools/hueloom_render/render_error.h"
 
 #include <fmt/format.h>
@@ -68,9 +69,9 @@ pending_output::~pending_output()
 
 void pending_output::commit()
 {
+    std::string problem;
+    if (!vl1::move_file_into_place(temp_path_, final_path_, problem)) throw render_error(exit_code::output, problem);
     std::error_code ec;
-    fs::rename(temp_path_, final_path_, ec);
-    if (ec) throw output_error(final_path_, ec.message());
     fs::remove(temp_folder_, ec);
     temp_folder_.clear();
     partial_.reset();

@@ -71,7 +71,7 @@ void check_files(const render_options& o, const std::vector<frame_job>& jobs)
     }
     const input_files inputs(paths);
     for (const auto& job : jobs) check_output_file(job.output, inputs);
-    if (!o.state_out.empty()) check_output_file(o.state_out, inputs);
+    if (!o.state_out.empty()) check_output_file(o.state_out, inputs, true);
     if (!o.export_lut.empty()) {
         if (!is_lut_path(o.export_lut)) {
             throw render_error(exit_code::usage,
@@ -82,7 +82,7 @@ void check_files(const render_options& o, const std::vector<frame_job>& jobs)
                                fmt::format("--lut-size {} needs a .cube file; a .3dl file has 17 points per axis",
                                            o.lut_size));
         }
-        check_output_file(o.export_lut, inputs);
+        check_output_file(o.export_lut, inputs, true);
     }
 }
 

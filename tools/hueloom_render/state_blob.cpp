@@ -1,11 +1,11 @@
 #include "tools/hueloom_render/state_blob.h"
 
-#include "framework/state_text.h"
+#include "framework/io/base64.h"
+#include "framework/io/state_text.h"
 #include "themes/hueloom_theme_state_serializer_v1.h"
 #include "tools/hueloom_render/plugin_session.h"
 
 #include <fmt/format.h>
-#include <sodium.h>
 
 #include <cstring>
 
@@ -52,22 +52,16 @@ std::vector<uint8_t> base_part_of_state(const std::string& state_text, std::size
 
 std::string encode_state(const std::vector<uint8_t>& blob)
 {
-    std::string text(sodium_base64_encoded_len(blob.size(), sodium_base64_VARIANT_ORIGINAL), '\0');
-    sodium_bin2base64(text.data(), text.size(), blob.data(), blob.size(), sodium_base64_VARIANT_ORIGINAL);
-    text.resize(std::strlen(text.c_str()));
-    return text;
+    return vl1::plain_state_text(blob);
 }
 
 std::vector<uint8_t> decode_state(const std::string& text)
 {
     // The packed form as the plug-in writes it; a state is a few megabytes.
     if (text.rfind(vl1::packed_state_prefix, 0) == 0) return vl1::decode_state_text(text.c_str(), 64u << 20);
-    std::vector<uint8_t> blob(text.size() / 4 * 3 + 3);
-    std::size_t length = 0;
-    if (text.empty() || sodium_base642bin(blob.data(), blob.size(), text.data(), text.size(), nullptr, &length,
-                                          nullptr, sodium_base64_VARIANT_ORIGINAL) != 0)
+    std::vector<uint8_t> blob;
+    if (!vl1::from_base64(text, blob))
         return {};
-    blob.resize(length);
     return blob;
 }
 

@@ -1,15 +1,15 @@
 #include "tools/hueloom_render/state_file.h"
 
-#include "framework/state_text.h"
+#include "framework/io/base64.h"
+#include "framework/io/read_bounded_file.h"
+#include "framework/io/state_text.h"
+#include "framework/io/write_file_atomically.h"
 #include "framework/string_helpers.h"
-#include "tools/hueloom_render/output_file.h"
 #include "tools/hueloom_render/render_error.h"
 
 #include <fmt/format.h>
-#include <sodium.h>
 
 #include <cstring>
-#include <fstream>
 #include <sstream>
 
 namespace hueloom_render {
@@ -42,27 +42,17 @@ bool is_state_text(const std::string& packed_or_plain)
     // The plug-in writes the packed form: a prefix, then base64 as before.
     const bool packed = packed_or_plain.rfind(vl1::packed_state_prefix, 0) == 0;
     const std::string text = packed ? packed_or_plain.substr(std::strlen(vl1::packed_state_prefix)) : packed_or_plain;
-    if (text.empty() || text.size() % 4 != 0) return false;
-    if (sodium_init() < 0) return false;
-    std::vector<unsigned char> bytes(text.size() / 4 * 3);
-    std::size_t decoded = 0;
-    const char* end = nullptr;
-    return sodium_base642bin(bytes.data(), bytes.size(), text.data(), text.size(), nullptr, &decoded, &end,
-                             sodium_base64_VARIANT_ORIGINAL) == 0 &&
-           end == text.data() + text.size();
+    std::vector<uint8_t> bytes;
+    return !text.empty() && vl1::from_base64(text, bytes);
 }
 
 state_file read_state_file(const fs::path& path)
 {
     std::error_code ec;
     if (!fs::exists(path, ec)) throw input_error(path, "the file does not exist");
-    if (!fs::is_regular_file(path, ec)) throw input_error(path, "not a regular file");
-    if (fs::file_size(path, ec) > max_state_file_bytes) throw input_error(path, "larger than any state text");
-    std::ifstream in(path, std::ios::binary);
-    if (!in) throw input_error(path, "cannot be opened");
-    std::stringstream buffer;
-    buffer << in.rdbuf();
-    const std::string content = buffer.str();
+    std::string content;
+    std::string problem;
+    if (!vl1::read_bounded_file(path, max_state_file_bytes, content, problem)) throw input_error(path, problem);
     if (vl1::trim_copy(content).empty()) throw input_error(path, "the file is empty");
 
     std::istringstream lines(content);
@@ -88,15 +78,10 @@ void write_state_file(const fs::path& path, const state_file& state)
 {
     if (path.filename().empty())
         throw render_error(exit_code::output, fmt::format("cannot write {}: the path names no file", path.string()));
-    pending_output pending(path);
-    {
-        std::ofstream out(pending.temp_path(), std::ios::binary);
-        out << state.state_text << '\n';
-        for (const auto& s : state.settings) out << s << '\n';
-        out.close();
-        if (!out) throw render_error(exit_code::output, fmt::format("cannot write {}", path.string()));
-    }
-    pending.commit();
+    std::string text = state.state_text + '\n';
+    for (const auto& s : state.settings) text += s + '\n';
+    std::string problem;
+    if (!vl1::write_file_atomically(path, text, problem)) throw render_error(exit_code::output, problem);
 }
 
 }  // namespace hueloom_render

@@ -3,7 +3,7 @@
 
 #include <fmt/format.h>
 
-#include "themes/atomic_theme_write.h"
+#include "themes/hueloom_theme_file_serializer_v1.h"
 #include "tools/hueloom_theme/folder_import.h"
 #include "tools/hueloom_theme/theme_command.h"
 #include "tools/hueloom_theme/theme_file_report.h"
@@ -27,7 +27,7 @@ int run_pack_command(const std::vector<std::string>& arguments, command_io& io)
         return exit_failure;
     }
     std::string problem;
-    if (!write_theme_file_atomically(*imported.theme, output, problem)) {
+    if (!hueloom_theme_file_serializer_v1::write_theme_to_file(*imported.theme, output, problem)) {
         io.err << "hueloom-theme pack: " << problem << "\n";
         return exit_failure;
     }

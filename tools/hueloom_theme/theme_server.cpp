@@ -1,5 +1,6 @@
 #include "tools/hueloom_theme/theme_server.h"
 
+#include "framework/io/read_bounded_file.h"
 #include "themes/hueloom_theme_file_serializer_v1.h"
 #include "themes/web/theme_addresses.h"
 
@@ -10,7 +11,6 @@
 #include <chrono>
 #include <cstring>
 #include <ctime>
-#include <fstream>
 #include <iterator>
 
 namespace fs = std::filesystem;
@@ -100,9 +100,9 @@ struct theme_server::impl {
             res.set_content("no such theme\n", "text/plain");
             return;
         }
-        std::ifstream in(it->second.file, std::ios::binary);
-        std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-        if (!in && !in.eof()) {
+        std::string bytes;
+        std::string problem;
+        if (!read_bounded_file(it->second.file, largest_theme_file_bytes, bytes, problem)) {
             res.status = 500;
             return;
         }

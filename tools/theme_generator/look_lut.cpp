@@ -1,12 +1,10 @@
 #include "tools/theme_generator/look_lut.h"
 
-#include <cerrno>
-#include <cstring>
-#include <fstream>
 #include <iterator>
 
 #include <fmt/format.h>
 
+#include "framework/io/write_file_atomically.h"
 #include "tools/theme_generator/look_grade.h"
 
 namespace vl1::themegen {
@@ -40,19 +38,7 @@ bool write_cube_32(const lut_argb<32>& lut, const std::string& path, const std::
                 const argb_float& e = lut.data[lut_index(n, r, g, b)];
                 fmt::format_to(std::back_inserter(text), "{:.6f} {:.6f} {:.6f}\n", e.r, e.g, e.b);
             }
-
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    if (!file) {
-        error = fmt::format("cannot create '{}': {}", path, std::strerror(errno));
-        return false;
-    }
-    file.write(text.data(), static_cast<std::streamsize>(text.size()));
-    file.close();
-    if (!file) {
-        error = fmt::format("cannot write '{}'", path);
-        return false;
-    }
-    return true;
+    return write_file_atomically(path, std::string_view(text.data(), text.size()), error);
 }
 
 }  // namespace vl1::themegen

@@ -1,9 +1,8 @@
 #include "tools/theme_generator/theme_folder.h"
 
-#include "themes/json_checked.h"
+#include "framework/io/json_checked.h"
 
 #include <filesystem>
-#include <fstream>
 
 #include <fmt/format.h>
 #include <rapidjson/prettywriter.h>
@@ -11,6 +10,7 @@
 
 #include "color/hueloom_theme_v1.h"
 #include "color/lut_reader.h"
+#include "framework/io/write_file_atomically.h"
 #include "themes/hueloom_theme_file_serializer_v1.h"
 #include "tools/theme_generator/look_lut.h"
 #include "tools/theme_generator/wheel_picture.h"
@@ -46,16 +46,6 @@ std::shared_ptr<const lut_argb<32>> read_back(const std::string& folder, const l
         error = fmt::format("cannot read back '{}': {}", look.file, e.what());
         return nullptr;
     }
-}
-
-bool write_text(const std::string& path, const std::string& text, std::string& error)
-{
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file.write(text.data(), static_cast<std::streamsize>(text.size()));
-    file.close();
-    if (!file)
-        error = fmt::format("cannot write '{}'", path);
-    return static_cast<bool>(file);
 }
 
 }  // namespace
@@ -121,7 +111,7 @@ bool write_theme_folder(const theme_recipe& recipe, const std::string& folder, s
     const std::string picture = (std::filesystem::path(folder) / recipe.background_file).string();
     if (!write_wheel_picture(preview, recipe.picture_size_px, picture, error))
         return false;
-    return write_text((std::filesystem::path(folder) / "theme.json").string(), theme_json_text(recipe), error);
+    return write_file_atomically(std::filesystem::path(folder) / "theme.json", theme_json_text(recipe), error);
 }
 
 }  // namespace vl1::themegen

@@ -4,7 +4,7 @@
 
 #include <fmt/format.h>
 
-#include "themes/atomic_theme_write.h"
+#include "themes/hueloom_theme_file_serializer_v1.h"
 #include "themes/hueloom_vault.h"
 
 namespace vl1::themegen {
@@ -25,7 +25,7 @@ std::shared_ptr<const hueloom_theme_v1> pack_theme_folder(const std::string& fol
     if (target.has_parent_path())
         std::filesystem::create_directories(target.parent_path(), ignored);
     std::string problem;
-    if (!write_theme_file_atomically(*theme, theme_path, problem)) {
+    if (!hueloom_theme_file_serializer_v1::write_theme_to_file(*theme, theme_path, problem)) {
         error = problem;
         return nullptr;
     }

@@ -1,10 +1,9 @@
 #include "tools/theme_generator/theme_recipe.h"
 
 // RapidJSON with assertions that throw, as everywhere in the program.
-#include "themes/json_checked.h"
+#include "framework/io/json_checked.h"
 
 #include <cmath>
-#include <fstream>
 #include <initializer_list>
 #include <iterator>
 #include <set>
@@ -12,6 +11,7 @@
 #include <fmt/format.h>
 #include <rapidjson/error/en.h>
 
+#include "framework/io/read_bounded_file.h"
 #include "themes/theme_folder_import.h"
 
 namespace vl1::themegen {
@@ -269,16 +269,11 @@ bool parse_theme_recipe(std::string_view text, theme_recipe& recipe, std::string
 
 bool read_theme_recipe(const std::string& path, theme_recipe& recipe, std::string& error)
 {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
-        error = fmt::format("cannot open recipe '{}'", path);
+    // A recipe is a page of JSON.
+    constexpr std::uintmax_t largest_recipe_bytes = 1u << 20;
+    std::string text;
+    if (!read_bounded_file(path, largest_recipe_bytes, text, error))
         return false;
-    }
-    const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    if (file.bad()) {
-        error = fmt::format("cannot read recipe '{}'", path);
-        return false;
-    }
     if (!parse_theme_recipe(text, recipe, error)) {
         error = fmt::format("{}: {}", path, error);
         return false;

@@ -183,6 +183,14 @@ TEST_F(ThemeCommand, PackFailuresLeaveNoThemeFile)
     EXPECT_EQ(no_parent.exit_code, 1);
     EXPECT_FALSE(no_parent.err.empty());
     EXPECT_TRUE(theme_files_in(target_folder).empty());
+
+    // A full disk, as /dev/full plays it: named, and never reported as packed.
+    const fs::path full = hueloom_test::make_temp_dir("full") / "full.hlt";
+    fs::create_symlink("/dev/full", full);
+    const process_result on_full_disk = run({"pack", make_theme_folder().string(), full.string()});
+    EXPECT_EQ(on_full_disk.exit_code, 1);
+    EXPECT_TRUE(contains(on_full_disk.err, "cannot write '" + full.string() + "': writing failed")) << on_full_disk.err;
+    EXPECT_FALSE(contains(on_full_disk.out, "Packed")) << on_full_disk.out;
 }
 
 TEST_F(ThemeCommand, InfoDescribesTheThemeFile)

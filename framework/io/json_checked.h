@@ -18,7 +18,7 @@ public:
 }  // namespace vl1
 
 #if defined(RAPIDJSON_RAPIDJSON_H_) && !defined(HUELOOM_RAPIDJSON_ASSERT_THROWS)
-#error "themes/json_checked.h must be included before any RapidJSON header"
+#error "framework/io/json_checked.h must be included before any RapidJSON header"
 #endif
 
 #ifndef HUELOOM_RAPIDJSON_ASSERT_THROWS

@@ -1,4 +1,4 @@
-#include "framework/state_packing.h"
+#include "framework/io/state_packing.h"
 
 #include <fpzip.h>
 #include <sodium.h>

@@ -1,8 +1,8 @@
 // What the editor asks of a component whose current table can be exported as a LUT file.
 #pragma once
 
-#include "color/lut_argb.h"
 #include "framework/iobject.h"
+#include "framework/lut_table.h"
 #include "framework/uid.h"
 
 namespace vl1 {
