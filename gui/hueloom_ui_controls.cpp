@@ -14,13 +14,13 @@
 namespace vl1::gui {
 namespace {
 
-struct slider_spec {
+struct slider_setup {
     uint32_t tag;
     const char* name;
     const char* tooltip;
 };
 
-const slider_spec slider_specs[3] = {
+const slider_setup slider_setups[3] = {
     {0x4617FAF9u, "Hue",
      "{en:Increase or decrease the hue component}{de:Stärke des Effektes für die Hue-Komponente einstellen}"},
     {0x40DF899Fu, "Chroma",
@@ -41,12 +41,12 @@ void hueloom_ui::build_wheel_and_sliders(int left, int top, const panel_layout& 
         text("{en:Adjust angle and strength of selected theme}{de:Winkel und Stärke der ausgewählen Theme anpassen}")));
     auto handle = std::make_shared<CVLBitmap>("slider_handle.png", 2.0);
     for (int i = 0; i < 3; ++i) {
-        const slider_spec& spec = slider_specs[i];
+        const slider_setup& setup = slider_setups[i];
         auto* slider = new CVLRoundedGreySlider(
             left + layout.wheel_left, top + layout.slider_top[i], layout.wheel_right - layout.wheel_left,
-            layout.slider_bottom[i] - layout.slider_top[i], this, static_cast<int32_t>(spec.tag), 0,
-            layout.wheel_right - layout.wheel_left - static_cast<int>(handle->width()), handle, spec.name);
-        slider->tooltip(persistent_text(text(spec.tooltip)));
+            layout.slider_bottom[i] - layout.slider_top[i], this, static_cast<int32_t>(setup.tag), 0,
+            layout.wheel_right - layout.wheel_left - static_cast<int>(handle->width()), handle, setup.name);
+        slider->tooltip(persistent_text(text(setup.tooltip)));
         sliders.push_back(slider);
     }
 }

@@ -8,6 +8,7 @@
 #include <sstream>
 #include <string>
 
+#include "tests/gui/editor_test_support.h"
 #include "tests/gui/x_session.h"
 #include "tests/support/test_paths.h"
 
@@ -18,25 +19,6 @@ namespace {
 
 constexpr const char* title = "Varnlight - Hueloom";
 constexpr int source_rgb[3] = {153, 77, 51};
-
-std::string read_text(const fs::path& p)
-{
-    std::ifstream in(p);
-    std::stringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
-
-/// A picture of one colour, so any of its pixels on screen can be compared with the file.
-fs::path write_flat_picture(const fs::path& dir)
-{
-    const fs::path p = dir / "flat.ppm";
-    std::ofstream out(p, std::ios::binary);
-    out << "P6\n640 360\n255\n";
-    for (int i = 0; i < 640 * 360; ++i)
-        out.put(char(source_rgb[0])).put(char(source_rgb[1])).put(char(source_rgb[2]));
-    return p;
-}
 
 /// The 8-bit colour of pixel (0, 0) of an image file.
 std::array<int, 3> file_pixel(const fs::path& p)
