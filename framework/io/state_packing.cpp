@@ -242,13 +242,16 @@ std::vector<uint8_t> unpack_state(const uint8_t* packed, std::size_t size, std::
     std::size_t blob_at = 0, rest_at = 0, stream_at = in.at;
     for (std::size_t i = 0; i < grid_count; ++i) {
         const state_float_grid& g = grids[i];
-        std::memcpy(blob.data() + blob_at, rest.data() + rest_at, g.offset - blob_at);
+        if (g.offset > blob_at)
+            std::memcpy(blob.data() + blob_at, rest.data() + rest_at, g.offset - blob_at);
         rest_at += g.offset - blob_at;
         stream_starts[i] = stream_at;
         stream_at += stream_sizes[i];
         blob_at = g.offset + g.bytes();
     }
-    std::memcpy(blob.data() + blob_at, rest.data() + rest_at, state_bytes - blob_at);
+    // An empty rest has no storage; memcpy from null is undefined even for no bytes.
+    if (state_bytes > blob_at)
+        std::memcpy(blob.data() + blob_at, rest.data() + rest_at, state_bytes - blob_at);
     std::vector<char> decoded(grid_count, 0);
     tbb::parallel_for(std::size_t(0), grid_count, [&](std::size_t i) {
         decoded[i] = unpack_grid(packed + stream_starts[i], stream_sizes[i], grids[i], blob.data() + grids[i].offset);
