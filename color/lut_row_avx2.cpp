@@ -1,0 +1,67 @@
+// The AVX2 row kernel: two pixels per register, each in one 128-bit half, so every lane does
+// what the same lane of the SSE2 kernel does. Four pixels per turn.
+#include "color/lut_row_simd.h"
+
+#if defined(__x86_64__)
+
+#include "color/lut_sample_avx2.h"
+#include "framework/io/pixel_codec_simd.h"
+
+namespace vl1::detail {
+
+namespace {
+
+// Table order a, r, g, b back to pixel order r, g, b with the pixel's own alpha.
+VL1_AVX2 __m256 with_pixel_alpha(__m256 argb, __m256 rgba)
+{
+    const __m256 blue_alpha = _mm256_shuffle_ps(argb, rgba, _MM_SHUFFLE(3, 3, 3, 3));  // b, b, a, a
+    return _mm256_shuffle_ps(argb, blue_alpha, _MM_SHUFFLE(2, 0, 2, 1));
+}
+
+// All four pixels are read before any is written, so a row processed in place stays correct.
+// Every loaded pixel lies in -0.0..1.0, which spares the grid position's upper clamp.
+template <rgba_depth In, rgba_depth Out>
+[[gnu::target("avx2")]] void apply_row(const argb_float* table, const std::byte* in, std::byte* out,
+                                       std::size_t count)
+{
+    constexpr std::size_t in_step = rgba_pixel_bytes(In);
+    constexpr std::size_t out_step = rgba_pixel_bytes(Out);
+    std::size_t i = 0;
+    for (; i + 4 <= count; i += 4, in += 4 * in_step, out += 4 * out_step) {
+        const __m256 p01 = simd::load_rgba_avx2<In>(in);
+        const __m256 p23 = simd::load_rgba_avx2<In>(in + 2 * in_step);
+        __m256 r01, r23;
+        trilinear_four_avx2<0, 1, 2, true>(table, p01, p23, r01, r23);
+        simd::store_rgba_avx2<Out>(out, with_pixel_alpha(r01, p01));
+        simd::store_rgba_avx2<Out>(out + 2 * out_step, with_pixel_alpha(r23, p23));
+    }
+    if (i < count)
+        apply_row_sse2(table, In, in, Out, out, count - i);
+}
+
+template <rgba_depth In>
+void apply_row_from(const argb_float* table, rgba_depth out_depth, const std::byte* in, std::byte* out,
+                    std::size_t count)
+{
+    switch (out_depth) {
+    case rgba_depth::u8: return apply_row<In, rgba_depth::u8>(table, in, out, count);
+    case rgba_depth::u16: return apply_row<In, rgba_depth::u16>(table, in, out, count);
+    case rgba_depth::f32: return apply_row<In, rgba_depth::f32>(table, in, out, count);
+    }
+}
+
+}  // namespace
+
+void apply_row_avx2(const argb_float* table, rgba_depth in_depth, const std::byte* in, rgba_depth out_depth,
+                    std::byte* out, std::size_t count)
+{
+    switch (in_depth) {
+    case rgba_depth::u8: return apply_row_from<rgba_depth::u8>(table, out_depth, in, out, count);
+    case rgba_depth::u16: return apply_row_from<rgba_depth::u16>(table, out_depth, in, out, count);
+    case rgba_depth::f32: return apply_row_from<rgba_depth::f32>(table, out_depth, in, out, count);
+    }
+}
+
+}  // namespace vl1::detail
+
+#endif
