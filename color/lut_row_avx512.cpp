@@ -8,6 +8,7 @@
 // unmasked forms, which its own flow analysis then reports as maybe uninitialised.
 #pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
 
+#include <algorithm>
 #include <cstdint>
 
 #include "framework/io/pixel_codec_simd.h"
@@ -90,24 +91,34 @@ VL1_AVX512 __m512 with_pixel_alpha(__m512 argb, __m512 rgba)
     return _mm512_shuffle_ps(argb, blue_alpha, _MM_SHUFFLE(2, 0, 2, 1));
 }
 
-// All four pixels are read before any is written, so a row processed in place stays correct.
-// A loaded pixel lies in -0.0..1.0: x = c * 31, then x > 0 ? x : 0, never above 31.
+// Pixels go in runs of up to 64, as in the AVX2 kernel: first every pixel of the run is read
+// and its cell found, then every cell is interpolated, so that the table reads of one pixel
+// don't queue behind the long chain that finds the next one's cell. A run is read whole
+// before any of it is written, so a row processed in place stays correct. A loaded pixel lies
+// in -0.0..1.0: x = c * 31, then x > 0 ? x : 0, never above 31.
 template <rgba_depth In, rgba_depth Out>
 [[gnu::target("avx512f")]] void apply_row(const argb_float* table, const std::byte* in, std::byte* out,
                                           std::size_t count)
 {
     constexpr std::size_t in_step = rgba_pixel_bytes(In);
     constexpr std::size_t out_step = rgba_pixel_bytes(Out);
+    constexpr std::size_t run_groups = 16;  // groups of four pixels, one register each
     const auto* bytes = reinterpret_cast<const char*>(table);
-    cells_of_four cells;
+    __m512 pixels[run_groups], fractions[run_groups];
+    cells_of_four cells[run_groups];
     std::size_t i = 0;
-    for (; i + 4 <= count; i += 4, in += 4 * in_step, out += 4 * out_step) {
-        const __m512 pixels = simd::load_rgba_avx512<In>(in);
-        const __m512 x = _mm512_max_ps(_mm512_mul_ps(pixels, _mm512_set1_ps(31.0f)), _mm512_setzero_ps());
-        const __m512i indices = _mm512_cvttps_epi32(x);
-        const __m512 f = _mm512_sub_ps(x, _mm512_cvtepi32_ps(indices));
-        find_cells(indices, cells);
-        simd::store_rgba_avx512<Out>(out, with_pixel_alpha(interpolate_four(bytes, cells, f), pixels));
+    while (i + 4 <= count) {
+        const std::size_t groups = std::min(run_groups, (count - i) / 4);
+        for (std::size_t g = 0; g < groups; ++g, in += 4 * in_step) {
+            pixels[g] = simd::load_rgba_avx512<In>(in);
+            const __m512 x = _mm512_max_ps(_mm512_mul_ps(pixels[g], _mm512_set1_ps(31.0f)), _mm512_setzero_ps());
+            const __m512i indices = _mm512_cvttps_epi32(x);
+            fractions[g] = _mm512_sub_ps(x, _mm512_cvtepi32_ps(indices));
+            find_cells(indices, cells[g]);
+        }
+        for (std::size_t g = 0; g < groups; ++g, out += 4 * out_step)
+            simd::store_rgba_avx512<Out>(out, with_pixel_alpha(interpolate_four(bytes, cells[g], fractions[g]), pixels[g]));
+        i += 4 * groups;
     }
     if (i < count)
         apply_row_sse2(table, In, in, Out, out, count - i);

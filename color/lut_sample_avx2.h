@@ -101,6 +101,19 @@ VL1_AVX2 __m256 interpolate_two_avx2(const char* table, const four_cells& cells,
     return lerp_avx2(b0, b1, fb);
 }
 
+/// The first half of trilinear_four_avx2: the cells of four colours and their fractions.
+template <int R, int G, int B, bool InUnitRange = false>
+VL1_AVX2 four_cells find_four_avx2(__m256 first_pair, __m256 second_pair, __m256& first_f, __m256& second_f)
+{
+    const __m256 x01 = grid_position_avx2<InUnitRange>(first_pair);
+    const __m256 x23 = grid_position_avx2<InUnitRange>(second_pair);
+    const __m256i i01 = _mm256_cvttps_epi32(x01);
+    const __m256i i23 = _mm256_cvttps_epi32(x23);
+    first_f = _mm256_sub_ps(x01, _mm256_cvtepi32_ps(i01));
+    second_f = _mm256_sub_ps(x23, _mm256_cvtepi32_ps(i23));
+    return find_cells_avx2<R, G, B>(i01, i23);
+}
+
 /// The trilinear values of the 32768-entry `table` at four colours, two per register, whose
 /// red, green and blue stand in lanes R, G and B of each half. Results in table order
 /// a, r, g, b; their alpha lane is the interpolated table alpha, which callers replace.
@@ -108,13 +121,8 @@ template <int R, int G, int B, bool InUnitRange = false>
 VL1_AVX2 void trilinear_four_avx2(const argb_float* table, __m256 first_pair, __m256 second_pair, __m256& first_out,
                                   __m256& second_out)
 {
-    const __m256 x01 = grid_position_avx2<InUnitRange>(first_pair);
-    const __m256 x23 = grid_position_avx2<InUnitRange>(second_pair);
-    const __m256i i01 = _mm256_cvttps_epi32(x01);
-    const __m256i i23 = _mm256_cvttps_epi32(x23);
-    const __m256 f01 = _mm256_sub_ps(x01, _mm256_cvtepi32_ps(i01));
-    const __m256 f23 = _mm256_sub_ps(x23, _mm256_cvtepi32_ps(i23));
-    const four_cells cells = find_cells_avx2<R, G, B>(i01, i23);
+    __m256 f01, f23;
+    const four_cells cells = find_four_avx2<R, G, B, InUnitRange>(first_pair, second_pair, f01, f23);
     const auto* bytes = reinterpret_cast<const char*>(table);
     first_out = interpolate_two_avx2<R, G, B>(bytes, cells, 0, 1, f01);
     second_out = interpolate_two_avx2<R, G, B>(bytes, cells, 2, 3, f23);
