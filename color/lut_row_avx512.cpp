@@ -110,14 +110,19 @@ template <rgba_depth In, rgba_depth Out>
     while (i + 4 <= count) {
         const std::size_t groups = std::min(run_groups, (count - i) / 4);
         for (std::size_t g = 0; g < groups; ++g, in += 4 * in_step) {
+            // A short row (a tile's) ends before the hardware's prefetch has learnt it.
+            _mm_prefetch(reinterpret_cast<const char*>(in) + 1024, _MM_HINT_T0);
             pixels[g] = simd::load_rgba_avx512<In>(in);
             const __m512 x = _mm512_max_ps(_mm512_mul_ps(pixels[g], _mm512_set1_ps(31.0f)), _mm512_setzero_ps());
             const __m512i indices = _mm512_cvttps_epi32(x);
             fractions[g] = _mm512_sub_ps(x, _mm512_cvtepi32_ps(indices));
             find_cells(indices, cells[g]);
         }
-        for (std::size_t g = 0; g < groups; ++g, out += 4 * out_step)
-            simd::store_rgba_avx512<Out>(out, with_pixel_alpha(interpolate_four(bytes, cells[g], fractions[g]), pixels[g]));
+        for (std::size_t g = 0; g < groups; ++g, out += 4 * out_step) {
+            _mm_prefetch(reinterpret_cast<const char*>(out) + 1024, _MM_HINT_T0);
+            const __m512 graded = interpolate_four(bytes, cells[g], fractions[g]);
+            simd::store_rgba_avx512<Out>(out, with_pixel_alpha(graded, pixels[g]));
+        }
         i += 4 * groups;
     }
     if (i < count)
