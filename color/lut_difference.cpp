@@ -90,7 +90,7 @@ template <std::size_t Count>
                                                   const std::array<float, Count>& weights)
 {
     using V = detail::lanes_t<8>;
-    using detail::load_lanes;
+    using namespace detail::avx2_lanes;
     float row[32 * 4];
     for (std::size_t b = 0; b < 32; ++b) {
         row[4 * b] = 1.0f;
@@ -107,9 +107,8 @@ template <std::size_t Count>
                 const V identity = load_lanes<V>(&row[4 * b]);
                 V entry = load_lanes<V>(&lut.data[i].a);
                 for (std::size_t k = 0; k < Count; ++k)
-                    entry = detail::clamp_unit_lanes(entry + (load_lanes<V>(&sources[k]->data[i].a) - identity) *
-                                                                 weights[k]);
-                detail::store_lanes(&lut.data[i].a, entry);
+                    entry = clamp_unit_lanes(entry + (load_lanes<V>(&sources[k]->data[i].a) - identity) * weights[k]);
+                store_lanes(&lut.data[i].a, entry);
             }
         }
     }

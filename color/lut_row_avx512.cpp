@@ -6,7 +6,9 @@
 
 // GCC 12's AVX-512 intrinsics take a deliberately undefined register as the source of their
 // unmasked forms, which its own flow analysis then reports as maybe uninitialised.
+#if !defined(__clang__)
 #pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#endif
 
 #include <algorithm>
 #include <cstdint>
