@@ -90,13 +90,14 @@ void apply_lut_row(const lut_argb<32>& lut, rgba_depth in_depth, const void* in,
     auto* dst = static_cast<std::byte*>(out);
     if (path != chosen_at_load && !cpu_runs(path))
         path = chosen_at_load;
+    const argb_float* table = lut.data.data();
     switch (path) {
 #if defined(__x86_64__)
-    case row_kernel_path::avx512: return detail::apply_row_avx512(lut.data.data(), in_depth, src, out_depth, dst, count);
-    case row_kernel_path::avx2: return detail::apply_row_avx2(lut.data.data(), in_depth, src, out_depth, dst, count);
-    case row_kernel_path::sse2: return detail::apply_row_sse2(lut.data.data(), in_depth, src, out_depth, dst, count);
+    case row_kernel_path::avx512: return detail::apply_row_avx512(table, in_depth, src, out_depth, dst, count);
+    case row_kernel_path::avx2: return detail::apply_row_avx2(table, in_depth, src, out_depth, dst, count);
+    case row_kernel_path::sse2: return detail::apply_row_sse2(table, in_depth, src, out_depth, dst, count);
 #endif
-    default: return apply_row_scalar(lut.data.data(), in_depth, src, out_depth, dst, count);
+    default: return apply_row_scalar(table, in_depth, src, out_depth, dst, count);
     }
 }
 

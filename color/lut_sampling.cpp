@@ -60,8 +60,9 @@ void map_entries(argb_float* entries, const argb_float* map)
     for (std::size_t run = 0; run < lut_argb<32>::entry_count; run += 4 * run_groups) {
         for (std::size_t g = 0; g < run_groups; ++g) {
             const std::size_t i = run + 4 * g;
-            cells[g] = detail::find_four_avx2<1, 2, 3>(_mm256_loadu_ps(&entries[i].a), _mm256_loadu_ps(&entries[i + 2].a),
-                                                       fractions[2 * g], fractions[2 * g + 1]);
+            const __m256 first = _mm256_loadu_ps(&entries[i].a);
+            const __m256 second = _mm256_loadu_ps(&entries[i + 2].a);
+            cells[g] = detail::find_four_avx2<1, 2, 3>(first, second, fractions[2 * g], fractions[2 * g + 1]);
         }
         for (std::size_t g = 0; g < run_groups; ++g) {
             const std::size_t i = run + 4 * g;
