@@ -92,10 +92,16 @@ void hueloom_theme_v1::apply_theme_luts(lut_argb<32>& lut, float angle, float st
     const float span = std::fmod(n.upper.rotation + 360.0f - n.lower.rotation, 360.0f);
 
     const float d_lower = std::fmod(angle + 360.0f - n.lower.rotation, 360.0f);
-    add_slot_difference(lut, n.lower, (span - d_lower) / span * strength);
-
+    const float lower_weight = (span - d_lower) / span * strength;
     const float d_upper = std::fmod(n.upper.rotation + 360.0f - angle, 360.0f);
-    add_slot_difference(lut, n.upper, (span - d_upper) / span * strength);
+    const float upper_weight = (span - d_upper) / span * strength;
+    // Both passes in one, with the bits of one after the other.
+    if (n.lower.lut && n.upper.lut) {
+        add_lut_differences(lut, *n.lower.lut, lower_weight, *n.upper.lut, upper_weight);
+        return;
+    }
+    add_slot_difference(lut, n.lower, lower_weight);
+    add_slot_difference(lut, n.upper, upper_weight);
 }
 
 void hueloom_theme_v1::apply_post_processing(lut_argb<32>& lut) const

@@ -5,6 +5,8 @@
 #include <stdexcept>
 
 #include "color/argb_float_ops.h"
+#include "color/hsl_lanes.h"
+#include "color/lut_row_kernels.h"
 #include "color/unit_clamp.h"
 
 namespace vl1 {
@@ -30,12 +32,17 @@ inline void add_entry_difference(argb_float& entry, const argb_float& source, co
 
 #endif
 
-}  // namespace
-
-void add_lut_difference(lut_argb<32>& lut, const lut_argb<32>& source, float weight)
+// Every entry of `lut` through the weighted differences of the sources, in their order.
+template <std::size_t Count>
+void add_differences(lut_argb<32>& lut, const std::array<const lut_argb<32>*, Count>& sources,
+                     const std::array<float, Count>& weights)
 {
-    if (lut.data.size() != lut_argb<32>::entry_count || source.data.size() != lut_argb<32>::entry_count)
+    constexpr std::size_t count = Count;
+    if (lut.data.size() != lut_argb<32>::entry_count)
         throw std::out_of_range("vector");
+    for (std::size_t k = 0; k < count; ++k)
+        if (sources[k]->data.size() != lut_argb<32>::entry_count)
+            throw std::out_of_range("vector");
 
     std::array<float, 32> grid{};
     for (std::size_t i = 0; i < 32; ++i)
@@ -47,7 +54,9 @@ void add_lut_difference(lut_argb<32>& lut, const lut_argb<32>& source, float wei
     __m128 blue[32];
     for (std::size_t b = 0; b < 32; ++b)
         blue[b] = _mm_set_ps(grid[b], 0.0f, 0.0f, 0.0f);
-    const __m128 w = _mm_set1_ps(weight);
+    __m128 w[Count];
+    for (std::size_t k = 0; k < count; ++k)
+        w[k] = _mm_set1_ps(weights[k]);
 #endif
 
     std::size_t i = 0;
@@ -55,14 +64,87 @@ void add_lut_difference(lut_argb<32>& lut, const lut_argb<32>& source, float wei
         for (std::size_t g = 0; g < 32; ++g) {
 #if defined(__SSE2__)
             const __m128 alpha_red_green = _mm_set_ps(0.0f, grid[g], grid[r], 1.0f);
-            for (std::size_t b = 0; b < 32; ++b, ++i)
-                add_entry_difference(lut.data[i], source.data[i], _mm_or_ps(alpha_red_green, blue[b]), w);
+            for (std::size_t b = 0; b < 32; ++b, ++i) {
+                const __m128 identity = _mm_or_ps(alpha_red_green, blue[b]);
+                for (std::size_t k = 0; k < count; ++k)
+                    add_entry_difference(lut.data[i], sources[k]->data[i], identity, w[k]);
+            }
 #else
             for (std::size_t b = 0; b < 32; ++b, ++i)
-                add_entry_difference(lut.data[i], source.data[i], argb_float{1.0f, grid[r], grid[g], grid[b]}, weight);
+                for (std::size_t k = 0; k < count; ++k)
+                    add_entry_difference(lut.data[i], sources[k]->data[i], argb_float{1.0f, grid[r], grid[g], grid[b]},
+                                         weights[k]);
 #endif
         }
     }
+}
+
+#if defined(__x86_64__)
+
+// add_differences with two entries per vector of eight lanes, each lane the operations of
+// the same lane above. The identity of a row of 32 entries (fixed r and g) is laid out once
+// per row.
+template <std::size_t Count>
+[[gnu::target("avx2")]] void add_differences_avx2(lut_argb<32>& lut,
+                                                  const std::array<const lut_argb<32>*, Count>& sources,
+                                                  const std::array<float, Count>& weights)
+{
+    using V = detail::lanes_t<8>;
+    using namespace detail::avx2_lanes;
+    float row[32 * 4];
+    for (std::size_t b = 0; b < 32; ++b) {
+        row[4 * b] = 1.0f;
+        row[4 * b + 3] = static_cast<float>(b) / 31.0f;
+    }
+    std::size_t i = 0;
+    for (std::size_t r = 0; r < 32; ++r) {
+        for (std::size_t g = 0; g < 32; ++g) {
+            for (std::size_t b = 0; b < 32; ++b) {
+                row[4 * b + 1] = static_cast<float>(r) / 31.0f;
+                row[4 * b + 2] = static_cast<float>(g) / 31.0f;
+            }
+            for (std::size_t b = 0; b < 32; b += 2, i += 2) {
+                const V identity = load_lanes<V>(&row[4 * b]);
+                V entry = load_lanes<V>(&lut.data[i].a);
+                for (std::size_t k = 0; k < Count; ++k)
+                    entry = clamp_unit_lanes(entry + (load_lanes<V>(&sources[k]->data[i].a) - identity) * weights[k]);
+                store_lanes(&lut.data[i].a, entry);
+            }
+        }
+    }
+}
+
+#endif
+
+template <std::size_t Count>
+void add_differences_chosen(lut_argb<32>& lut, const std::array<const lut_argb<32>*, Count>& sources,
+                            const std::array<float, Count>& weights)
+{
+#if defined(__x86_64__)
+    const row_kernel_path path = chosen_row_kernel_path();
+    if (path == row_kernel_path::avx2 || path == row_kernel_path::avx512) {
+        if (lut.data.size() != lut_argb<32>::entry_count)
+            throw std::out_of_range("vector");
+        for (const lut_argb<32>* source : sources)
+            if (source->data.size() != lut_argb<32>::entry_count)
+                throw std::out_of_range("vector");
+        return add_differences_avx2<Count>(lut, sources, weights);
+    }
+#endif
+    add_differences<Count>(lut, sources, weights);
+}
+
+}  // namespace
+
+void add_lut_difference(lut_argb<32>& lut, const lut_argb<32>& source, float weight)
+{
+    add_differences_chosen<1>(lut, {&source}, {weight});
+}
+
+void add_lut_differences(lut_argb<32>& lut, const lut_argb<32>& first, float first_weight, const lut_argb<32>& second,
+                         float second_weight)
+{
+    add_differences_chosen<2>(lut, {&first, &second}, {first_weight, second_weight});
 }
 
 }  // namespace vl1

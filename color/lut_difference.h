@@ -11,4 +11,10 @@ namespace vl1 {
 /// Throws std::out_of_range("vector") if either table lost its 32768 entries.
 void add_lut_difference(lut_argb<32>& lut, const lut_argb<32>& source, float weight);
 
+/// add_lut_difference with `first`, then with `second`, in one pass over the tables: each
+/// entry takes both steps, clamps included, in that order, so the bits are those of the two
+/// calls. Throws as add_lut_difference does, before changing anything.
+void add_lut_differences(lut_argb<32>& lut, const lut_argb<32>& first, float first_weight, const lut_argb<32>& second,
+                         float second_weight);
+
 }  // namespace vl1

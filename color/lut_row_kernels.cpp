@@ -1,42 +1,14 @@
 #include "color/lut_row_kernels.h"
 
-#include <cmath>
-#include <cstring>
+#include <cstdlib>
 #include <stdexcept>
 
-#include "color/lut_row_sse2.h"
+#include "color/lut_row_simd.h"
 #include "color/lut_sample_kernel.h"
 
 namespace vl1 {
 
 namespace {
-
-float from_u8(uint8_t v)
-{
-    const float x = static_cast<float>(v) / 255.0f;
-    return x < 1.0f ? x : 1.0f;
-}
-
-float from_u16(uint16_t v)
-{
-    const float x = static_cast<float>(v) / 32767.0f;
-    return x < 1.0f ? x : 1.0f;
-}
-
-float from_f32(float v)
-{
-    if (std::isnan(v))
-        return 0.0f;
-    return v < 0.0f ? 0.0f : (v > 1.0f ? 1.0f : v);
-}
-
-// round(value * scale) half away from zero, saturated to 0..limit; NaN gives 0. The
-// product is exact in double, so the rounding sees the true value.
-double to_integer(float value, double scale, double limit)
-{
-    const double v = std::round(static_cast<double>(value) * scale);
-    return v > 0.0 ? (v < limit ? v : limit) : 0.0;
-}
 
 void apply_row_scalar(const argb_float* table, rgba_depth in_depth, const std::byte* in, rgba_depth out_depth,
                       std::byte* out, std::size_t count)
@@ -47,56 +19,66 @@ void apply_row_scalar(const argb_float* table, rgba_depth in_depth, const std::b
         write_rgba_pixel(out_depth, out, detail::sample_lut_32(table, read_rgba_pixel(in_depth, in)));
 }
 
+bool cpu_runs(row_kernel_path path)
+{
+#if defined(__x86_64__)
+    // Also true only where the operating system saves the wider registers.
+    __builtin_cpu_init();
+    switch (path) {
+    case row_kernel_path::scalar:
+    case row_kernel_path::sse2: return true;
+    case row_kernel_path::avx2: return __builtin_cpu_supports("avx2");
+    case row_kernel_path::avx512: return __builtin_cpu_supports("avx512f");
+    }
+    return false;
+#else
+    return path == row_kernel_path::scalar;
+#endif
+}
+
+row_kernel_path choose_row_kernel()
+{
+    if (const char* forced = std::getenv("HUELOOM_ROW_KERNEL"))
+        if (const auto path = row_kernel_from_name(forced); path && cpu_runs(*path))
+            return *path;
+    for (const row_kernel_path path : {row_kernel_path::avx512, row_kernel_path::avx2, row_kernel_path::sse2})
+        if (cpu_runs(path))
+            return path;
+    return row_kernel_path::scalar;
+}
+
+// Chosen while the library is loaded, before any render can ask.
+const row_kernel_path chosen_at_load = choose_row_kernel();
+
 }  // namespace
 
-argb_float read_rgba_pixel(rgba_depth depth, const void* pixel)
+std::string_view row_kernel_name(row_kernel_path path)
 {
-    switch (depth) {
-    case rgba_depth::u8: {
-        uint8_t c[4];
-        std::memcpy(c, pixel, sizeof c);
-        return {from_u8(c[3]), from_u8(c[0]), from_u8(c[1]), from_u8(c[2])};
+    switch (path) {
+    case row_kernel_path::scalar: return "scalar";
+    case row_kernel_path::sse2: return "sse2";
+    case row_kernel_path::avx2: return "avx2";
+    case row_kernel_path::avx512: return "avx512";
     }
-    case rgba_depth::u16: {
-        uint16_t c[4];
-        std::memcpy(c, pixel, sizeof c);
-        return {from_u16(c[3]), from_u16(c[0]), from_u16(c[1]), from_u16(c[2])};
-    }
-    case rgba_depth::f32:
-        break;
-    }
-    float c[4];
-    std::memcpy(c, pixel, sizeof c);
-    return {from_f32(c[3]), from_f32(c[0]), from_f32(c[1]), from_f32(c[2])};
+    return "scalar";
 }
 
-void write_rgba_pixel(rgba_depth depth, void* pixel, const argb_float& value)
+std::optional<row_kernel_path> row_kernel_from_name(std::string_view name)
 {
-    const float rgba[4] = {value.r, value.g, value.b, value.a};
-    switch (depth) {
-    case rgba_depth::u8: {
-        uint8_t c[4];
-        for (int i = 0; i < 4; ++i)
-            c[i] = static_cast<uint8_t>(to_integer(rgba[i], 255.0, 255.0));
-        std::memcpy(pixel, c, sizeof c);
-        return;
-    }
-    case rgba_depth::u16: {
-        uint16_t c[4];
-        for (int i = 0; i < 4; ++i)
-            c[i] = static_cast<uint16_t>(to_integer(rgba[i], 32767.0, 65535.0));
-        std::memcpy(pixel, c, sizeof c);
-        return;
-    }
-    case rgba_depth::f32:
-        std::memcpy(pixel, rgba, sizeof rgba);
-        return;
-    }
+    for (const row_kernel_path path : all_row_kernel_paths)
+        if (row_kernel_name(path) == name)
+            return path;
+    return std::nullopt;
 }
 
-row_kernel_path best_row_kernel_path()
+bool row_kernel_available(row_kernel_path path)
 {
-    return detail::sse2_row_kernel_available ? row_kernel_path::sse2 : row_kernel_path::scalar;
+    return cpu_runs(path);
+}
+
+row_kernel_path chosen_row_kernel_path()
+{
+    return chosen_at_load;
 }
 
 void apply_lut_row(const lut_argb<32>& lut, rgba_depth in_depth, const void* in, rgba_depth out_depth, void* out,
@@ -106,10 +88,17 @@ void apply_lut_row(const lut_argb<32>& lut, rgba_depth in_depth, const void* in,
         throw std::out_of_range("vector");
     const auto* src = static_cast<const std::byte*>(in);
     auto* dst = static_cast<std::byte*>(out);
-    if (path == row_kernel_path::sse2 && detail::sse2_row_kernel_available)
-        detail::apply_row_sse2(lut.data.data(), in_depth, src, out_depth, dst, count);
-    else
-        apply_row_scalar(lut.data.data(), in_depth, src, out_depth, dst, count);
+    if (path != chosen_at_load && !cpu_runs(path))
+        path = chosen_at_load;
+    const argb_float* table = lut.data.data();
+    switch (path) {
+#if defined(__x86_64__)
+    case row_kernel_path::avx512: return detail::apply_row_avx512(table, in_depth, src, out_depth, dst, count);
+    case row_kernel_path::avx2: return detail::apply_row_avx2(table, in_depth, src, out_depth, dst, count);
+    case row_kernel_path::sse2: return detail::apply_row_sse2(table, in_depth, src, out_depth, dst, count);
+#endif
+    default: return apply_row_scalar(table, in_depth, src, out_depth, dst, count);
+    }
 }
 
 bool apply_lut_row_bits(const lut_argb<32>& lut, int in_bits, const void* in, int out_bits, void* out, int count)

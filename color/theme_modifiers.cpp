@@ -1,28 +1,28 @@
 // The hue, chroma and luminance refinements of a theme.
 //
 // The reference colours' HSL is computed once for the process (it depends on nothing but
-// the identity fill), and where SSE2 is available four entries go through at once
-// (hsl_sse2.h); both forms give the bits of the per-entry rule below.
-#include <algorithm>
+// the identity fill). The entries go through 4 or 8 at a time (hsl_lanes.h) by the
+// instruction set chosen for the row kernels; every width gives the bits of the per-entry
+// rule below.
+#include "color/theme_modifiers.h"
+
 #include <cmath>
+#include <cstring>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include "color/hsl.h"
-#include "color/hsl_sse2.h"
+#include "color/hsl_lanes.h"
 #include "color/hueloom_theme_v1.h"
 #include "color/unit_clamp.h"
-
-#if defined(__SSE2__)
-#include <xmmintrin.h>
-#endif
 
 namespace vl1 {
 
 namespace {
 
 // HSL of the reference colours, the 16-bit-scale identity, one array per component so that
-// four neighbouring entries load as one register each.
+// neighbouring entries load as one vector each.
 struct reference_hsl {
     std::vector<float> h, s, l;
 
@@ -47,8 +47,7 @@ const reference_hsl& reference()
 
 // The current colour's hue, saturation and lightness moved away from the reference by the
 // given factors. The hue goes the shorter way round, clockwise when both ways are equal.
-hsl_float scale_hsl_change(const hsl_float& ref, const hsl_float& cur, float hue, float chroma,
-                           float luminance)
+hsl_float scale_hsl_change(const hsl_float& ref, const hsl_float& cur, float hue, float chroma, float luminance)
 {
     hsl_float out;
     out.s = clamp_unit(ref.s + (cur.s - ref.s) * chroma);
@@ -68,61 +67,62 @@ void refine_entry(argb_float& cur, const hsl_float& ref, float hue, float chroma
     cur.b = clamp_unit(rgb.b);
 }
 
-#if defined(__SSE2__)
+#define VL1_LANES [[gnu::always_inline]] inline
+namespace base {
+using namespace detail::base_lanes;
+#include "color/theme_refine_lanes.inc"
+}  // namespace base
+#undef VL1_LANES
 
-// scale_hsl_change and refine_entry for the four entries at `entries`, alpha untouched.
-void refine_four_entries(argb_float* entries, const reference_hsl& ref, std::size_t i, float hue, float chroma,
-                         float luminance)
+#define VL1_LANES [[gnu::target("avx2"), gnu::always_inline]] inline
+namespace wide {
+using namespace detail::avx2_lanes;
+#include "color/theme_refine_lanes.inc"
+}  // namespace wide
+#undef VL1_LANES
+
+void refine_scalar(argb_float* table, const reference_hsl& ref, float hue, float chroma, float luminance)
 {
-    using namespace detail;
-    __m128 a = _mm_loadu_ps(&entries[0].a);
-    __m128 r = _mm_loadu_ps(&entries[1].a);
-    __m128 g = _mm_loadu_ps(&entries[2].a);
-    __m128 b = _mm_loadu_ps(&entries[3].a);
-    _MM_TRANSPOSE4_PS(a, r, g, b);  // now one channel of the four entries per register
-
-    const hsl_lanes cur = rgb_to_hsl_ps(r, g, b);
-    const __m128 ref_h = _mm_loadu_ps(&ref.h[i]);
-    const __m128 ref_s = _mm_loadu_ps(&ref.s[i]);
-    const __m128 ref_l = _mm_loadu_ps(&ref.l[i]);
-    const __m128 full = _mm_set1_ps(360.0f);
-
-    hsl_lanes target;
-    target.s = clamp_unit_ps(_mm_add_ps(ref_s, _mm_mul_ps(_mm_sub_ps(cur.s, ref_s), _mm_set1_ps(chroma))));
-    target.l = clamp_unit_ps(_mm_add_ps(ref_l, _mm_mul_ps(_mm_sub_ps(cur.l, ref_l), _mm_set1_ps(luminance))));
-    const __m128 cw = fmod_360_ps(_mm_sub_ps(_mm_add_ps(cur.h, full), ref_h));
-    const __m128 ccw = fmod_360_ps(_mm_sub_ps(_mm_add_ps(ref_h, full), cur.h));
-    const __m128 delta = select_ps(_mm_cmple_ps(cw, ccw), cw, _mm_xor_ps(ccw, _mm_set1_ps(-0.0f)));
-    target.h = fmod_360_ps(_mm_add_ps(_mm_mul_ps(delta, _mm_set1_ps(hue)), _mm_add_ps(ref_h, full)));
-
-    const rgb_lanes rgb = hsl_to_rgb_ps(target);
-    r = clamp_unit_ps(rgb.r);
-    g = clamp_unit_ps(rgb.g);
-    b = clamp_unit_ps(rgb.b);
-    _MM_TRANSPOSE4_PS(a, r, g, b);  // back to one entry per register
-    _mm_storeu_ps(&entries[0].a, a);
-    _mm_storeu_ps(&entries[1].a, r);
-    _mm_storeu_ps(&entries[2].a, g);
-    _mm_storeu_ps(&entries[3].a, b);
+    for (std::size_t i = 0; i < lut_argb<32>::entry_count; ++i)
+        refine_entry(table[i], hsl_float{ref.h[i], ref.s[i], ref.l[i]}, hue, chroma, luminance);
 }
 
-#endif
+void refine_4(argb_float* table, const reference_hsl& ref, float hue, float chroma, float luminance)
+{
+    for (std::size_t i = 0; i < lut_argb<32>::entry_count; i += 4)
+        base::refine_entries<4>(table, ref, i, hue, chroma, luminance);
+}
+
+[[gnu::target("avx2")]] void refine_8(argb_float* table, const reference_hsl& ref, float hue, float chroma,
+                                      float luminance)
+{
+    for (std::size_t i = 0; i < lut_argb<32>::entry_count; i += 8)
+        wide::refine_entries<8>(table, ref, i, hue, chroma, luminance);
+}
 
 }  // namespace
 
-void hueloom_theme_v1::apply_theme_modifiers(lut_argb<32>& lut, float hue, float chroma, float luminance) const
+void refine_theme_entries(lut_argb<32>& lut, float hue, float chroma, float luminance, row_kernel_path path)
 {
     if (lut.data.size() != lut_argb<32>::entry_count)
         throw std::out_of_range("vector");
     const reference_hsl& ref = reference();
+    if (!row_kernel_available(path))
+        path = chosen_row_kernel_path();
+    switch (path) {
+    // Sixteen lanes gained nothing over eight: GCC 12 builds parts of the hue sector's
+    // selection for them as scalar code.
+    case row_kernel_path::avx512:
+    case row_kernel_path::avx2: return refine_8(lut.data.data(), ref, hue, chroma, luminance);
+    case row_kernel_path::sse2: return refine_4(lut.data.data(), ref, hue, chroma, luminance);
+    case row_kernel_path::scalar: break;
+    }
+    refine_scalar(lut.data.data(), ref, hue, chroma, luminance);
+}
 
-    std::size_t i = 0;
-#if defined(__SSE2__)
-    for (; i + 4 <= lut_argb<32>::entry_count; i += 4)
-        refine_four_entries(&lut.data[i], ref, i, hue, chroma, luminance);
-#endif
-    for (; i < lut_argb<32>::entry_count; ++i)
-        refine_entry(lut.data[i], hsl_float{ref.h[i], ref.s[i], ref.l[i]}, hue, chroma, luminance);
+void hueloom_theme_v1::apply_theme_modifiers(lut_argb<32>& lut, float hue, float chroma, float luminance) const
+{
+    refine_theme_entries(lut, hue, chroma, luminance, chosen_row_kernel_path());
 }
 
 }  // namespace vl1

@@ -1,5 +1,6 @@
 #include "effect/hueloom.h"
 
+#include <bit>
 #include <cstring>
 
 #include "color/lut_row_kernels.h"
@@ -87,12 +88,17 @@ void hueloom::notify(event e)
     switch (e.type) {
     case event_initialized:
         fill_identity(result_lut);
+        result_key.reset();
         break;
-    case event_render_setup:
-        fill_identity(result_lut);
-        if (!bypass_param->get_value())
-            calculateResultLut();
+    case event_render_setup: {
+        table_key key = current_table_key();
+        if (result_key != key) {
+            build_table(key, result_lut);
+            result_key = std::move(key);
+            ++table_build_count;
+        }
         break;
+    }
     case event_render:
         // A preview pass's picture; a render action's event carries none.
         if (auto picture = e.result.lock(); picture && view && view->is_open())
@@ -114,41 +120,55 @@ bool hueloom::process_row(int /*x*/, int /*y*/, int in_depth, const uint8_t* in,
     return apply_lut_row_bits(result_lut, in_depth, in, out_depth, out, count);
 }
 
-void hueloom::calculateResultLut()
+bool hueloom::table_key::operator==(const table_key& other) const
 {
-    calculate_lut(result_lut);
+    const auto same = [](float x, float y) { return std::bit_cast<uint32_t>(x) == std::bit_cast<uint32_t>(y); };
+    return bypass == other.bypass && same(angle, other.angle) && same(strength, other.strength) &&
+           same(hue, other.hue) && same(chroma, other.chroma) && same(luminance, other.luminance) &&
+           theme == other.theme;
 }
 
-void hueloom::calculate_lut(lut_argb<32>& lut)
+hueloom::table_key hueloom::current_table_key()
 {
-    const float angle = angle_param->get_value();
-    const float strength = strength_param->get_value();
-    const float chroma = chroma_param->get_value();
-    const float luminance = luminance_param->get_value();
-    const float hue = hue_param->get_value();
-
+    table_key key;
+    key.bypass = bypass_param->get_value();
+    key.angle = angle_param->get_value();
+    key.strength = strength_param->get_value();
+    key.hue = hue_param->get_value();
+    key.chroma = chroma_param->get_value();
+    key.luminance = luminance_param->get_value();
     std::lock_guard lock(theme_mutex);
-    if (!current_theme) {
-        fill_identity(lut);
-        return;
-    }
-    if (!current_theme->is_self_consistent())
+    key.theme = current_theme;
+    return key;
+}
+
+void hueloom::build_table(const table_key& key, lut_argb<32>& lut)
+{
+    fill_identity(lut);
+    if (key.bypass || !key.theme || !key.theme->is_self_consistent())
         return;
     // The wheel's "Angle" runs against the rotation of a theme's slots: 0 stands for 360.
-    current_theme->apply_theme_luts(lut, 360.0f - angle, static_cast<float>(strength / 100.0));
-    current_theme->apply_theme_modifiers(lut, static_cast<float>(hue / 100.0), static_cast<float>(chroma / 100.0),
-                                         static_cast<float>(luminance / 100.0));
-    current_theme->apply_post_processing(lut);
+    key.theme->apply_theme_luts(lut, 360.0f - key.angle, static_cast<float>(key.strength / 100.0));
+    key.theme->apply_theme_modifiers(lut, static_cast<float>(key.hue / 100.0), static_cast<float>(key.chroma / 100.0),
+                                     static_cast<float>(key.luminance / 100.0));
+    key.theme->apply_post_processing(lut);
 }
 
 bool hueloom::is_identity()
 {
-    if (bypass_param->get_value())
+    table_key key = current_table_key();
+    if (key.bypass)
         return true;
-    const lut_argb<32> identity;
-    lut_argb<32> lut;
-    calculate_lut(lut);
-    return std::memcmp(lut.data.data(), identity.data.data(), identity.data.size() * sizeof(argb_float)) == 0;
+    std::lock_guard lock(identity_mutex);
+    if (!identity_answer || identity_answer->first != key) {
+        // A table of its own: result_lut belongs to the render.
+        const lut_argb<32> identity;
+        lut_argb<32> lut;
+        build_table(key, lut);
+        const std::size_t bytes = identity.data.size() * sizeof(argb_float);
+        identity_answer.emplace(std::move(key), std::memcmp(lut.data.data(), identity.data.data(), bytes) == 0);
+    }
+    return identity_answer->second;
 }
 
 bool hueloom::get_lut(lut_argb_variable* lut)

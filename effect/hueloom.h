@@ -1,7 +1,8 @@
 // Hueloom, the effect: six parameters, the current theme, and the one 32-cube table through
-// which every pixel of a render goes. The table is rebuilt at the start of each render from
-// the parameters and the theme; the theme also travels inside the saved state, so that a
-// project opens with its look on a machine that lacks the theme.
+// which every pixel of a render goes. At the start of each render the table is rebuilt from
+// the parameters and the theme, unless they are exactly those it was last built from (a
+// tiling host renders one frame in many render actions); the theme also travels inside the
+// saved state, so that a project opens with its look on a machine that lacks the theme.
 #pragma once
 
 #include <atomic>
@@ -9,6 +10,7 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -96,12 +98,26 @@ public:
     std::atomic<bool> refresh_requested{false};
 
     const std::string& get_web_url_base() const { return web_url_base; }
+
+    /// How often a render setup built the table rather than reusing it.
+    std::size_t table_builds() const { return table_build_count; }
     const std::set<uint32_t>& get_wanted_theme_uids() const { return wanted_theme_uids; }
 
 private:
-    void calculateResultLut();
-    /// What calculateResultLut blends, into `lut`, which starts as the identity.
-    void calculate_lut(lut_argb<32>& lut);
+    /// Everything the table is built from: the values compared bit for bit, the theme by
+    /// identity (a theme never changes once built, and the key holds it alive, so no other
+    /// theme can take its address). Equal keys give equal tables.
+    struct table_key {
+        bool bypass = false;
+        float angle = 0.0f, strength = 0.0f, hue = 0.0f, chroma = 0.0f, luminance = 0.0f;
+        std::shared_ptr<const hueloom_theme_v1> theme;
+
+        bool operator==(const table_key& other) const;
+    };
+
+    table_key current_table_key();
+    /// The table `key` stands for, into `lut`.
+    static void build_table(const table_key& key, lut_argb<32>& lut);
     /// The editor's refresh after the collection changed (at start-up or after a download).
     void refresh_from_vault();
     std::size_t flag_offset() { return ccomponent_v1::get_state_size(); }
@@ -116,6 +132,13 @@ private:
     std::mutex theme_mutex;
     std::shared_ptr<const hueloom_theme_v1> current_theme;
     lut_argb<32> result_lut;
+    /// What result_lut was built from; empty while it holds the identity of initialisation.
+    std::optional<table_key> result_key;
+    std::size_t table_build_count = 0;
+
+    /// The last answer of is_identity, for the key it was found for.
+    std::mutex identity_mutex;
+    std::optional<std::pair<table_key, bool>> identity_answer;
 
     std::string web_url_base;
     std::set<uint32_t> wanted_theme_uids;

@@ -8,7 +8,7 @@
 
 #include "framework/irow_processor.h"
 #include "framework/log.h"
-#include "ofx/ofx_pixel_io.h"
+#include "framework/io/pixel_codec.h"
 #include "ofx/ofx_render_rows.h"
 
 namespace vl1 {
@@ -99,9 +99,9 @@ void preview_renderer::render_rows(image& source, image& result)
                 if (rows != nullptr && rows->process_row(0, static_cast<int>(y), 32, in, 32, out, width))
                     continue;
                 for (int x = 0; x < width; ++x) {
-                    argb_float px = read_pixel(32, in + 16 * x);
+                    argb_float px = read_rgba_pixel(rgba_depth::f32, in + 16 * x);
                     component->process_pixel(x, static_cast<int>(y), px, &px);
-                    write_pixel(32, out + 16 * x, px);
+                    write_rgba_pixel(rgba_depth::f32, out + 16 * x, px);
                 }
             }
         });

@@ -4,8 +4,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
-#include "ofx/ofx_pixel_io.h"
+#include "framework/io/pixel_codec.h"
 
 namespace vl1 {
 namespace {
@@ -34,7 +35,7 @@ float mean_in_unit(float sum, float count)
     return std::isnan(v) ? 0.0f : std::clamp(v, 0.0f, 1.0f);
 }
 
-void scale_row(const ofx_image_view& frame, image& target, uint64_t ty, float sx, float sy)
+void scale_row(const ofx_image_view& frame, rgba_depth depth, image& target, uint64_t ty, float sx, float sy)
 {
     const auto width = static_cast<uint64_t>(frame.bounds.x2 - frame.bounds.x1);
     const auto height = static_cast<uint64_t>(frame.bounds.y2 - frame.bounds.y1);
@@ -47,7 +48,7 @@ void scale_row(const ofx_image_view& frame, image& target, uint64_t ty, float sx
             // The picture's top row is the OFX image's last.
             const int ofx_y = frame.bounds.y2 - 1 - static_cast<int>(y);
             for (uint64_t x = cols.begin; x < cols.end; ++x) {
-                const argb_float p = read_pixel(frame.depth, frame.pixel(frame.bounds.x1 + static_cast<int>(x), ofx_y));
+                const argb_float p = read_rgba_pixel(depth, frame.pixel(frame.bounds.x1 + static_cast<int>(x), ofx_y));
                 r += p.r;
                 g += p.g;
                 b += p.b;
@@ -80,8 +81,8 @@ preview_size scaled_size(uint64_t width, uint64_t height, int limit)
 
 preview_images build_images(const ofx_image_view& frame, int limit)
 {
-    if (frame.data == nullptr || frame.depth == 0 || frame.bounds.x2 <= frame.bounds.x1 ||
-        frame.bounds.y2 <= frame.bounds.y1)
+    const std::optional<rgba_depth> depth = rgba_depth_from_bits(frame.depth);
+    if (frame.data == nullptr || !depth || frame.bounds.x2 <= frame.bounds.x1 || frame.bounds.y2 <= frame.bounds.y1)
         return {};
     const auto width = static_cast<uint64_t>(frame.bounds.x2 - frame.bounds.x1);
     const auto height = static_cast<uint64_t>(frame.bounds.y2 - frame.bounds.y1);
@@ -89,7 +90,7 @@ preview_images build_images(const ofx_image_view& frame, int limit)
     auto source = std::make_shared<image>(size.width, size.height, pixel_format::rgba_f32, false);
     const float sx = reduction(width, size.width);
     const float sy = reduction(height, size.height);
-    tbb::parallel_for(uint64_t{0}, size.height, [&](uint64_t ty) { scale_row(frame, *source, ty, sx, sy); });
+    tbb::parallel_for(uint64_t{0}, size.height, [&](uint64_t ty) { scale_row(frame, *depth, *source, ty, sx, sy); });
 
     preview_images images;
     images.result = std::make_shared<image>();

@@ -7,8 +7,9 @@
 #include <algorithm>
 #include <map>
 #include <mutex>
+#include <optional>
 
-#include "ofx/ofx_pixel_io.h"
+#include "framework/io/pixel_codec.h"
 #include "ofx/thread_annotations.h"
 
 namespace vl1 {
@@ -38,7 +39,9 @@ irow_processor_v1* find_row_processor(icomponent_v1& component)
 void render_row(icomponent_v1& component, irow_processor_v1* rows, const OfxRectI& window, int y,
                 const ofx_image_view& src, const ofx_image_view& dst)
 {
-    if (src.data == nullptr || dst.data == nullptr)
+    const std::optional<rgba_depth> in_depth = rgba_depth_from_bits(src.depth);
+    const std::optional<rgba_depth> out_depth = rgba_depth_from_bits(dst.depth);
+    if (src.data == nullptr || dst.data == nullptr || !in_depth || !out_depth)
         return;
     if (y < dst.bounds.y1 || y >= dst.bounds.y2 || y < src.bounds.y1 || y >= src.bounds.y2)
         return;
@@ -49,10 +52,10 @@ void render_row(icomponent_v1& component, irow_processor_v1* rows, const OfxRect
                           x_end - x_begin))
         return;
     for (int x = x_begin; x < x_end; ++x) {
-        const argb_float in = read_pixel(src.depth, src.pixel(x, y));
+        const argb_float in = read_rgba_pixel(*in_depth, src.pixel(x, y));
         argb_float out = in;
         component.process_pixel(x, y, in, &out);
-        write_pixel(dst.depth, dst.pixel(x, y), out);
+        write_rgba_pixel(*out_depth, dst.pixel(x, y), out);
     }
 }
 

@@ -12,9 +12,10 @@
 namespace vl1 {
 
 /// Row y of `window`: each pixel inside both images' bounds is read, passed through
-/// process_pixel and written. Pixels outside either image, or with a null data pointer,
-/// stay untouched. With `rows` (the component's irow_processor_v1) the run of pixels goes
-/// through it in one call, unless it declines the depths.
+/// process_pixel and written. Pixels outside either image, or of an image with a null data
+/// pointer or a depth other than 8, 16 or 32 bits, stay untouched. With `rows` (the
+/// component's irow_processor_v1) the run of pixels goes through it in one call, unless it
+/// declines the depths.
 void render_row(icomponent_v1& component, irow_processor_v1* rows, const OfxRectI& window, int y,
                 const ofx_image_view& src, const ofx_image_view& dst);
 

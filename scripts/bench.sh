@@ -2,8 +2,10 @@
 # Builds hueloom-bench as a Release build into build-bench/ (or $HUELOOM_BENCH_DIR) and runs
 # it. Arguments go to the benchmark: Google Benchmark's flags, e.g.
 #   scripts/bench.sh --benchmark_filter=render
-# The run ends with the line
-#   "summary: render_vs_ocio_1t=R render_vs_memory_all=F rebuild_us=T state_text_mb=S state_text_ms=W".
+# It names the row kernel it measured (HUELOOM_ROW_KERNEL=scalar|sse2|avx2|avx512 forces one the
+# CPU has) and ends with the line
+#   "summary: render_vs_ocio_1t=R render_vs_memory_all=F rebuild_us=T tiles_vs_frame=X
+#   state_text_mb=S state_text_ms=W".
 # Figures are only worth comparing from an otherwise idle machine.
 set -euo pipefail
 cd "$(dirname "$0")/.."

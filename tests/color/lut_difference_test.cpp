@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 #include "color/argb_float_ops.h"
 #include "color/lut_difference.h"
@@ -58,6 +59,11 @@ TEST(AddLutDifference, EveryEntryGetsTheBitsOfTheRuleWhateverItHolds)
                     const argb_float expected{clamp(v.a), clamp(v.r), clamp(v.g), clamp(v.b)};
                     ASSERT_TRUE(test::same_bits(lut.data[i], expected)) << "entry " << i << ", weight " << weight;
                 }
+        // Two sources in one pass: the bits of one call after the other.
+        add_lut_difference(lut, start, 0.7f);
+        lut_argb<32> fused = start;
+        add_lut_differences(fused, source, weight, start, 0.7f);
+        ASSERT_EQ(std::memcmp(fused.data.data(), lut.data.data(), lut.data.size() * sizeof(argb_float)), 0);
     }
 }
 

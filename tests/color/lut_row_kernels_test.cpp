@@ -3,6 +3,7 @@
 #include <bit>
 #include <cmath>
 #include <cstring>
+#include <iostream>
 #include <limits>
 #include <random>
 #include <vector>
@@ -16,42 +17,6 @@ namespace vl1 {
 namespace {
 
 constexpr rgba_depth all_depths[] = {rgba_depth::u8, rgba_depth::u16, rgba_depth::f32};
-
-TEST(RgbaPixelRead, EachDepthScalesToTheUnitRange)
-{
-    const uint8_t bytes[4] = {255, 128, 0, 77};
-    EXPECT_EQ(read_rgba_pixel(rgba_depth::u8, bytes), (argb_float{77.0f / 255.0f, 1.0f, 128.0f / 255.0f, 0.0f}));
-
-    // The 16-bit scale is 32767: anything above saturates.
-    const uint16_t words[4] = {32767, 65535, 16384, 0};
-    EXPECT_EQ(read_rgba_pixel(rgba_depth::u16, words), (argb_float{0.0f, 1.0f, 1.0f, 16384.0f / 32767.0f}));
-
-    const float floats[4] = {1.5f, -0.5f, std::numeric_limits<float>::quiet_NaN(), 0.25f};
-    EXPECT_EQ(read_rgba_pixel(rgba_depth::f32, floats), (argb_float{0.25f, 1.0f, 0.0f, 0.0f}));
-}
-
-TEST(RgbaPixelWrite, IntegersRoundHalfAwayFromZeroAndSaturate)
-{
-    uint8_t bytes[4];
-    write_rgba_pixel(rgba_depth::u8, bytes, {0.5f, 1.0f, 2.0f, -0.1f});
-    EXPECT_EQ(bytes[0], 255);  // r
-    EXPECT_EQ(bytes[1], 255);  // g, saturated
-    EXPECT_EQ(bytes[2], 0);    // b, saturated
-    EXPECT_EQ(bytes[3], 128);  // a: 127.5 rounds up
-
-    uint16_t words[4];
-    write_rgba_pixel(rgba_depth::u16, words, {std::nanf(""), 1.0f, 0.5f, 3.0f});
-    EXPECT_EQ(words[0], 32767);
-    EXPECT_EQ(words[1], 16384);  // 16383.5 rounds up
-    EXPECT_EQ(words[2], 65535);  // storage range
-    EXPECT_EQ(words[3], 0);      // NaN
-
-    float floats[4];
-    write_rgba_pixel(rgba_depth::f32, floats, {-1.0f, 1.5f, 0.25f, -0.5f});
-    EXPECT_EQ(floats[0], 1.5f);
-    EXPECT_EQ(floats[2], -0.5f);
-    EXPECT_EQ(floats[3], -1.0f);
-}
 
 // Pixel bytes of every kind a host can hand over: all byte values, 16-bit values around
 // the scale's white, and floats with NaN, infinities, -0.0, values near grid points and
@@ -110,10 +75,24 @@ std::vector<std::byte> per_pixel_reference(const lut_argb<32>& lut, rgba_depth i
     return out;
 }
 
-TEST(ApplyLutRow, ScalarSimdAndPerPixelSamplingGiveIdenticalBits)
+// The kernels this CPU runs; the test names the ones it had to leave out.
+std::vector<row_kernel_path> runnable_kernels()
 {
-    EXPECT_EQ(best_row_kernel_path(), row_kernel_path::sse2) << "this build has no SSE2 path";
-    // An odd count: the SIMD loop takes pixels in pairs and the last one alone.
+    std::vector<row_kernel_path> paths;
+    for (const row_kernel_path path : all_row_kernel_paths) {
+        if (row_kernel_available(path))
+            paths.push_back(path);
+        else
+            std::cout << "[ note ] this CPU lacks the " << row_kernel_name(path) << " kernel\n";
+    }
+    return paths;
+}
+
+TEST(ApplyLutRow, EveryKernelGivesThePerPixelBitsForEveryPairOfDepths)
+{
+    EXPECT_TRUE(row_kernel_available(row_kernel_path::sse2)) << "every x86-64 CPU has SSE2";
+    EXPECT_TRUE(row_kernel_available(chosen_row_kernel_path()));
+    // An odd count: the vector loops take pixels in groups and leave a tail.
     constexpr std::size_t count = 4095;
     std::mt19937 rng(2024);
     for (const lut_argb<32>& lut : test_tables()) {
@@ -121,39 +100,41 @@ TEST(ApplyLutRow, ScalarSimdAndPerPixelSamplingGiveIdenticalBits)
             const std::vector<std::byte> in = test_row(in_depth, count, rng);
             for (const rgba_depth out_depth : all_depths) {
                 const std::vector<std::byte> expected = per_pixel_reference(lut, in_depth, in, out_depth, count);
-                for (const row_kernel_path path : {row_kernel_path::scalar, row_kernel_path::sse2}) {
+                for (const row_kernel_path path : runnable_kernels()) {
                     std::vector<std::byte> out(expected.size(), std::byte{0xAB});
                     apply_lut_row(lut, in_depth, in.data(), out_depth, out.data(), count, path);
                     ASSERT_EQ(std::memcmp(out.data(), expected.data(), out.size()), 0)
-                        << "in " << static_cast<int>(in_depth) << " out " << static_cast<int>(out_depth) << " path "
-                        << static_cast<int>(path);
+                        << "in " << static_cast<int>(in_depth) << " out " << static_cast<int>(out_depth) << " kernel "
+                        << row_kernel_name(path);
                 }
             }
         }
     }
 }
 
-TEST(ApplyLutRow, WorksInPlaceAndKeepsAlpha)
-{
-    std::vector<uint8_t> row = {10, 20, 30, 77, 255, 255, 255, 0};
-    const lut_argb<32> identity;
-    apply_lut_row(identity, rgba_depth::u8, row.data(), rgba_depth::u8, row.data(), 2);
-    EXPECT_EQ(row, (std::vector<uint8_t>{10, 20, 30, 77, 255, 255, 255, 0}));
-}
-
-TEST(ApplyLutRow, InPlaceRowsOfEveryLengthGiveThePerPixelBits)
+TEST(ApplyLutRow, EveryKernelWorksInPlaceOnRowsOfEveryLength)
 {
     std::mt19937 rng(99);
     const lut_argb<32> lut = test_tables()[1];
-    for (const rgba_depth depth : all_depths) {
-        for (const std::size_t count : {std::size_t{1}, std::size_t{2}, std::size_t{3}, std::size_t{64}, std::size_t{65}}) {
-            std::vector<std::byte> row = test_row(depth, count, rng);
-            const std::vector<std::byte> expected = per_pixel_reference(lut, depth, row, depth, count);
-            apply_lut_row(lut, depth, row.data(), depth, row.data(), count);
-            ASSERT_EQ(std::memcmp(row.data(), expected.data(), row.size()), 0)
-                << "depth " << static_cast<int>(depth) << ", " << count << " pixels";
+    for (const row_kernel_path path : runnable_kernels()) {
+        for (const rgba_depth depth : all_depths) {
+            for (const std::size_t count : {1, 2, 3, 5, 7, 8, 9, 64, 67}) {
+                std::vector<std::byte> row = test_row(depth, count, rng);
+                const std::vector<std::byte> expected = per_pixel_reference(lut, depth, row, depth, count);
+                apply_lut_row(lut, depth, row.data(), depth, row.data(), count, path);
+                ASSERT_EQ(std::memcmp(row.data(), expected.data(), row.size()), 0)
+                    << "depth " << static_cast<int>(depth) << ", " << count << " pixels, " << row_kernel_name(path);
+            }
         }
     }
+}
+
+TEST(RowKernelNames, NameEveryKernelAndNothingElse)
+{
+    for (const row_kernel_path path : all_row_kernel_paths)
+        EXPECT_EQ(row_kernel_from_name(row_kernel_name(path)), path);
+    EXPECT_FALSE(row_kernel_from_name("avx"));
+    EXPECT_FALSE(row_kernel_from_name(""));
 }
 
 TEST(ApplyLutRowBits, TakesTheThreeDepthsInBitsAndDeclinesAnythingElse)

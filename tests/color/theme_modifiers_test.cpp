@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <memory>
 
 #include "color/hsl.h"
 #include "color/hueloom_theme_v1.h"
 #include "color/lut_sampling.h"
+#include "color/theme_modifiers.h"
 #include "tests/color/float_edge_values.h"
 #include "tests/color/lut_test_tables.h"
 
@@ -156,14 +158,21 @@ TEST(ThemeModifiers, EveryEntryGetsTheBitsOfTheRuleWhateverItHolds)
                                 {0.37f, 1.61f, 0.93f}, {-0.5f, 3.0f, 1e6f}};
     for (const lut_argb<32>& start : {ordinary, wild, graded()}) {
         for (const auto& f : factors) {
-            hueloom_theme_v1 theme;
-            lut_argb<32> lut = start;
-            theme.apply_theme_modifiers(lut, f[0], f[1], f[2]);
-            for (std::size_t i = 0; i < lut.data.size(); ++i) {
-                const argb_float expected = refined_by_rule(reference.data[i], start.data[i], f[0], f[1], f[2]);
-                ASSERT_TRUE(test::same_bits(lut.data[i], expected))
-                    << "entry " << i << " with factors " << f[0] << ", " << f[1] << ", " << f[2];
+            std::vector<argb_float> expected(start.data.size());
+            for (std::size_t i = 0; i < expected.size(); ++i)
+                expected[i] = refined_by_rule(reference.data[i], start.data[i], f[0], f[1], f[2]);
+            // Every width this CPU has, 1 to 16 entries at a time, and the pass the theme runs.
+            for (const row_kernel_path path : all_row_kernel_paths) {
+                lut_argb<32> lut = start;
+                refine_theme_entries(lut, f[0], f[1], f[2], path);
+                for (std::size_t i = 0; i < lut.data.size(); ++i)
+                    ASSERT_TRUE(test::same_bits(lut.data[i], expected[i]))
+                        << "entry " << i << " with factors " << f[0] << ", " << f[1] << ", " << f[2] << ", "
+                        << row_kernel_name(path);
             }
+            lut_argb<32> lut = start;
+            hueloom_theme_v1().apply_theme_modifiers(lut, f[0], f[1], f[2]);
+            ASSERT_EQ(std::memcmp(lut.data.data(), expected.data(), lut.data.size() * sizeof(argb_float)), 0);
         }
     }
 }

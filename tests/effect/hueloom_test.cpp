@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <functional>
 
 #include "color/lut_sampling.h"
 #include "tests/effect/effect_test_support.h"
@@ -98,8 +99,48 @@ TEST(HueloomTable, MatchesTheThemePipelineWithTheWheelReversedAndPercentsScaled)
     theme->apply_theme(expected, 315.0f, 0.8f, 1.5f, 0.5f, 1.2f);
     EXPECT_TRUE(same_bits(table_after_setup(*fx).data, expected.data));
 
-    // A new render setup starts from the identity again rather than blending on top.
-    EXPECT_TRUE(same_bits(table_after_setup(*fx).data, expected.data));
+    EXPECT_FALSE(fx->is_identity());
+    EXPECT_EQ(fx->table_builds(), 1u);
+}
+
+TEST(HueloomTable, IsRebuiltOnlyWhenParametersThemeOrBypassChanged)
+{
+    auto fx = make_component();
+    const auto original = make_theme(0x7e570011, "Cached", true);
+    const auto theme = add_to_collection(original);
+    fx->set_current_theme_by_uuid(theme->uid);
+    set_param(*fx, "Strength", 70.0f);
+    set_param(*fx, "Angle", 30.0f);
+    const auto first = table_after_setup(*fx);
+    std::size_t builds = fx->table_builds();
+
+    // Same inputs: the table is reused, and a value set again to itself changes nothing.
+    set_param(*fx, "Angle", 30.0f);
+    EXPECT_TRUE(same_bits(table_after_setup(*fx).data, first.data));
+    EXPECT_EQ(fx->table_builds(), builds);
+
+    // Each input that changes, and changes back, builds the table anew with identical results.
+    const auto changed_then_back = [&](const std::function<void()>& change, const std::function<void()>& back) {
+        change();
+        const auto other = table_after_setup(*fx);
+        back();
+        const auto again = table_after_setup(*fx);
+        builds += 2;
+        EXPECT_EQ(fx->table_builds(), builds);
+        EXPECT_FALSE(same_bits(other.data, first.data));
+        EXPECT_TRUE(same_bits(again.data, first.data));
+    };
+    changed_then_back([&] { set_param(*fx, "Angle", 30.5f); }, [&] { set_param(*fx, "Angle", 30.0f); });
+    changed_then_back([&] { set_param(*fx, "Luminance", 140.0f); }, [&] { set_param(*fx, "Luminance", 100.0f); });
+    changed_then_back([&] { fx->set_bypass(true); }, [&] { fx->set_bypass(false); });
+    // Another theme object, even under the same uid and with other tables, is another theme.
+    const auto replaced = add_to_collection(make_theme(0x7e570011, "Cached", false));
+    changed_then_back([&] { fx->set_current_theme_by_uuid(replaced->uid); },
+                      [&] { fx->set_current_theme_by_uuid(add_to_collection(original)->uid); });
+
+    EXPECT_FALSE(fx->is_identity());
+    fx->set_bypass(true);
+    EXPECT_TRUE(fx->is_identity());
 }
 
 TEST(HueloomTable, ZeroStrengthLeavesOnlyThePostProcessingAndBypassNothing)

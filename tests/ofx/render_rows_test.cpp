@@ -2,12 +2,16 @@
 // through a component's irow_processor_v1, with the same bytes either way.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
+#include <cmath>
 #include <cstring>
+#include <limits>
 #include <mutex>
 #include <random>
 #include <set>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "color/lut_row_kernels.h"
@@ -68,25 +72,31 @@ lut_argb<32> graded_table()
     return table;
 }
 
-// Packed RGBA rows of one depth, filled with every kind of value the depth can hold.
+// RGBA rows of one depth, filled with every kind of value the depth can hold: for floats NaN,
+// infinities, -0.0 and HDR values among ordinary ones. Rows may carry padding behind the
+// pixels, and may be stored bottom-up (a negative row stride); padding holds noise too.
 struct test_image {
     int depth;
     OfxRectI bounds;
+    std::ptrdiff_t stride;  // bytes from one row to the next, padding included
+    bool bottom_up;
     std::vector<uint8_t> bytes;
 
-    test_image(int depth, OfxRectI bounds, uint32_t seed) : depth(depth), bounds(bounds)
+    test_image(int depth, OfxRectI bounds, uint32_t seed, int padding = 0, bool bottom_up = false)
+        : depth(depth), bounds(bounds), bottom_up(bottom_up)
     {
-        const std::size_t pixels = static_cast<std::size_t>(bounds.x2 - bounds.x1) * (bounds.y2 - bounds.y1);
-        bytes.resize(pixels * static_cast<std::size_t>(depth == 0 ? 16 : depth / 2));
+        stride = static_cast<std::ptrdiff_t>(bounds.x2 - bounds.x1) * (depth == 0 ? 16 : depth / 2) + padding;
+        bytes.resize(static_cast<std::size_t>(stride) * (bounds.y2 - bounds.y1));
         std::mt19937 rng(seed);
         if (depth != 32) {
             for (uint8_t& b : bytes)
                 b = static_cast<uint8_t>(rng());
             return;
         }
-        const float specials[] = {std::nanf(""), -0.0f, 1.0f, 2.0f, -1.0f, 0.5f};
+        const float inf = std::numeric_limits<float>::infinity();
+        const float specials[] = {std::nanf(""), -0.0f, 1.0f, 2.0f, -1.0f, 0.5f, inf, -inf, 7.5f, 1e30f};
         std::uniform_real_distribution<float> unit(-0.1f, 1.1f);
-        for (std::size_t i = 0; i < bytes.size(); i += 4) {
+        for (std::size_t i = 0; i + 4 <= bytes.size(); i += 4) {
             const float v = rng() % 5 == 0 ? specials[rng() % std::size(specials)] : unit(rng);
             std::memcpy(&bytes[i], &v, 4);
         }
@@ -97,8 +107,8 @@ struct test_image {
         ofx_image_view v;
         v.depth = depth;
         v.bounds = bounds;
-        v.data = bytes.data();
-        v.row_bytes = static_cast<std::ptrdiff_t>(bounds.x2 - bounds.x1) * (depth == 0 ? 16 : depth / 2);
+        v.data = bytes.data() + (bottom_up ? static_cast<std::ptrdiff_t>(bytes.size()) - stride : 0);
+        v.row_bytes = bottom_up ? -stride : stride;
         return v;
     }
 };
@@ -110,23 +120,37 @@ std::vector<uint8_t> render(table_component& component, const OfxRectI& window, 
     return output.bytes;
 }
 
-TEST(RenderRows, RowWiseComponentGivesThePerPixelBytesForEveryPairOfDepths)
+TEST(RenderRows, RowWiseComponentGivesThePerPixelBytesForEveryPairOfDepthsAndLayout)
 {
+    // The row kernel is the one chosen at load; ctest runs this once per kernel the CPU has.
     const lut_argb<32> table = graded_table();
     const OfxRectI bounds{0, 0, 37, 9};
-    for (const int in_depth : {8, 16, 32}) {
-        for (const int out_depth : {8, 16, 32}) {
-            const test_image source(in_depth, bounds, 100 + in_depth);
-            const test_image output(out_depth, bounds, 200 + out_depth);
-            table_component per_pixel(table, row_face::none);
-            table_component row_wise(table, row_face::offered);
-            const std::vector<uint8_t> expected = render(per_pixel, bounds, source, output);
-            const std::vector<uint8_t> rows = render(row_wise, bounds, source, output);
-            EXPECT_EQ(rows, expected) << in_depth << " to " << out_depth << " bits";
-            EXPECT_NE(expected, output.bytes) << "the render changed nothing";
-            EXPECT_EQ(per_pixel.pixel_calls, 37 * 9);
-            EXPECT_EQ(row_wise.pixel_calls, 0);
-            EXPECT_EQ(row_wise.row_calls, 9);
+    struct layout {
+        int padding;
+        bool bottom_up;
+    };
+    for (const layout l : {layout{0, false}, layout{12, false}, layout{0, true}, layout{20, true}}) {
+        for (const int in_depth : {8, 16, 32}) {
+            for (const int out_depth : {8, 16, 32}) {
+                SCOPED_TRACE(testing::Message() << in_depth << " to " << out_depth << " bits, padding " << l.padding
+                                                << (l.bottom_up ? ", bottom-up" : ""));
+                const test_image source(in_depth, bounds, 100 + in_depth, l.padding, l.bottom_up);
+                const test_image output(out_depth, bounds, 200 + out_depth, l.padding, l.bottom_up);
+                table_component per_pixel(table, row_face::none);
+                table_component row_wise(table, row_face::offered);
+                const std::vector<uint8_t> expected = render(per_pixel, bounds, source, output);
+                EXPECT_EQ(render(row_wise, bounds, source, output), expected);
+                EXPECT_EQ(per_pixel.pixel_calls, 37 * 9);
+                EXPECT_EQ(row_wise.pixel_calls, 0);
+                EXPECT_EQ(row_wise.row_calls, 9);
+                // Every pixel written, no padding byte touched.
+                const std::size_t row_pixels = std::size_t(37) * (out_depth / 2);
+                for (std::size_t at = 0; at < expected.size(); at += output.stride) {
+                    EXPECT_NE(std::memcmp(&expected[at], &output.bytes[at], row_pixels), 0);
+                    EXPECT_TRUE(std::equal(expected.begin() + at + row_pixels, expected.begin() + at + output.stride,
+                                           output.bytes.begin() + at + row_pixels));
+                }
+            }
         }
     }
 }
@@ -165,15 +189,17 @@ TEST(RenderRows, DeclinedRowsFallBackToPixels)
     EXPECT_EQ(declining.pixel_calls, 8 * 4);
 }
 
-TEST(RenderRows, AnUnknownOutputDepthWritesNothingEitherWay)
+TEST(RenderRows, AnUnknownDepthOnEitherSideWritesNothingAndAsksNothing)
 {
     const lut_argb<32> table = graded_table();
     const OfxRectI bounds{0, 0, 6, 3};
-    const test_image source(32, bounds, 1);
-    const test_image output(0, bounds, 2);
-    table_component row_wise(table, row_face::offered);
-    EXPECT_EQ(render(row_wise, bounds, source, output), output.bytes);
-    EXPECT_EQ(row_wise.pixel_calls, 6 * 3) << "declined rows go pixel by pixel, which writes nothing";
+    for (const auto& [in_depth, out_depth] : {std::pair{32, 0}, std::pair{0, 16}}) {
+        const test_image source(in_depth, bounds, 1);
+        const test_image output(out_depth, bounds, 2);
+        table_component row_wise(table, row_face::offered);
+        EXPECT_EQ(render(row_wise, bounds, source, output), output.bytes);
+        EXPECT_EQ(row_wise.pixel_calls + row_wise.row_calls, 0);
+    }
 }
 
 // Notes which threads run its pixels and how many at once.

@@ -163,8 +163,9 @@ bool plugin_session::is_identity(double time, int width, int height)
 void plugin_session::render(rgba_image& img, double time, bool unassociated)
 {
     const OfxRectI bounds{0, 0, img.width, img.height};
-    auto source = std::make_shared<ofxhost::image>(ofxhost::pixel_depth::real, bounds);
-    auto output = std::make_shared<ofxhost::image>(ofxhost::pixel_depth::real, bounds);
+    const std::shared_ptr<ofxhost::image> source = clip_image(source_image_, bounds);
+    const std::shared_ptr<ofxhost::image> output = clip_image(output_image_, bounds);
+    output->fill_bytes(0);  // as a fresh image: nothing of the last frame where a plug-in writes nothing
     source->premultiplication = unassociated ? kOfxImageUnPreMultiplied : kOfxImagePreMultiplied;
     output->premultiplication = source->premultiplication;
     to_host(img, *source);
@@ -180,6 +181,15 @@ void plugin_session::render(rgba_image& img, double time, bool unassociated)
                                                                 error_messages(host_.messages())));
     }
     from_host(*output, img);
+}
+
+std::shared_ptr<ofxhost::image> plugin_session::clip_image(std::shared_ptr<ofxhost::image>& kept,
+                                                           const OfxRectI& bounds)
+{
+    const bool fits = kept && kept->bounds().x1 == bounds.x1 && kept->bounds().y1 == bounds.y1 &&
+                      kept->bounds().x2 == bounds.x2 && kept->bounds().y2 == bounds.y2;
+    if (!fits) kept = std::make_shared<ofxhost::image>(ofxhost::pixel_depth::real, bounds);
+    return kept;
 }
 
 void plugin_session::open_editor(rgba_image& img, double time)

@@ -8,6 +8,7 @@
 #include "tools/hueloom_render/rgba_image.h"
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -77,10 +78,15 @@ public:
     void open_editor(rgba_image& img, double time);
 
 private:
+    /// An image of `bounds` for the clip, the last frame's when it has the size: a sequence
+    /// then doesn't map fresh pages for every frame.
+    std::shared_ptr<ofxhost::image> clip_image(std::shared_ptr<ofxhost::image>& kept, const OfxRectI& bounds);
+
     ofxhost::host host_;
     std::filesystem::path bundle_;
     std::optional<ofxhost::plugin> plugin_;
     std::optional<ofxhost::instance> instance_;
+    std::shared_ptr<ofxhost::image> source_image_, output_image_;
 };
 
 }  // namespace hueloom_render

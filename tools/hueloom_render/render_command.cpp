@@ -24,6 +24,7 @@
 #include <tbb/global_control.h>
 
 #include <cstdlib>
+#include <future>
 #include <memory>
 #include <optional>
 #include <set>
@@ -154,19 +155,19 @@ void apply_look(const command_context& c, ofxhost::instance& inst, const state_f
     }
 }
 
-// Grades one frame; the note of the writer, or "".
-std::string render_job(const command_context& c, plugin_session& session, const frame_job& job,
-                       std::optional<image_file>& still, bool input_is_still, output_depth depth)
+// Grades one frame's pixels in place, unless the look leaves them as they are.
+void grade(const command_context& c, plugin_session& session, const frame_job& job, image_file& source)
 {
-    image_file source = still ? *still : read_image_file(job.input);
-    if (input_is_still && !still) still = source;
     if (session.is_identity(job.frame, source.pixels.width, source.pixels.height))
         say(c, fmt::format("frame {}: the look is the identity; the source passes through", job.frame));
     else
         session.render(source.pixels, job.frame, source.unassociated_alpha);
-    return write_image_file(job.output, source.pixels, source, depth);
 }
 
+// Frames overlap: while one frame renders, the next is read and the one before written, each
+// on a thread of its own, so that grading a sequence costs little more than copying it. What
+// the user sees (notes, progress, errors naming their frame) still comes in frame order. At
+// most three frames are held at once; a still input is read once and copied for each frame.
 void render_all(const command_context& c, plugin_session& session, const std::vector<frame_job>& jobs)
 {
     const progress_style style = c.options.quiet ? progress_style::quiet
@@ -177,26 +178,50 @@ void render_all(const command_context& c, plugin_session& session, const std::ve
     const output_depth depth = parse_output_depth(c.options.depth);
     std::optional<image_file> still_image;
     std::set<std::string> notes_given;
-    for (const auto& job : jobs) {
-        if (vl1::tools::stop_requested()) {
-            progress.interrupt();
-            throw render_error(static_cast<exit_code>(vl1::tools::stop_exit_code()),
-                               fmt::format("interrupted before frame {}", job.frame));
-        }
-        std::string note;
+
+    // A failure inside a frame's step names the frame.
+    const auto in_frame = [&](const frame_job& job, auto&& step) {
         try {
-            note = render_job(c, session, job, still_image, input_is_still, depth);
+            return step();
         } catch (const render_error& e) {
             progress.interrupt();
             if (jobs.size() == 1) throw;
             throw render_error(e.code(), fmt::format("frame {}: {}", job.frame, e.what()));
         }
+    };
+    const auto start_read = [&](const frame_job& job) {
+        if (still_image) return std::async(std::launch::deferred, [copy = *still_image] { return copy; });
+        return std::async(std::launch::async, [path = job.input] { return read_image_file(path); });
+    };
+    const auto finish_write = [&](const frame_job& job, std::future<std::string>& writing) {
+        const std::string note = in_frame(job, [&] { return writing.get(); });
         if (!note.empty() && !c.options.quiet && notes_given.insert(note).second) {
             progress.interrupt();
             fmt::print(c.err, "hueloom-render: note: {}\n", note);
         }
         progress.frame_done(fmt::format("{} -> {}", job.input, job.output));
+    };
+
+    std::future<image_file> reading = start_read(jobs.front());
+    std::future<std::string> writing;
+    for (std::size_t i = 0; i < jobs.size(); ++i) {
+        const frame_job& job = jobs[i];
+        if (vl1::tools::stop_requested()) {
+            if (writing.valid()) finish_write(jobs[i - 1], writing);  // the file at hand
+            progress.interrupt();
+            throw render_error(static_cast<exit_code>(vl1::tools::stop_exit_code()),
+                               fmt::format("interrupted before frame {}", job.frame));
+        }
+        auto source = std::make_shared<image_file>(in_frame(job, [&] { return reading.get(); }));
+        if (input_is_still && !still_image) still_image = *source;
+        if (i + 1 < jobs.size()) reading = start_read(jobs[i + 1]);
+        in_frame(job, [&] { grade(c, session, job, *source); });
+        if (writing.valid()) finish_write(jobs[i - 1], writing);
+        writing = std::async(std::launch::async, [&job, source, depth] {
+            return write_image_file(job.output, source->pixels, *source, depth);
+        });
     }
+    finish_write(jobs.back(), writing);
     progress.finish();
 }
 
