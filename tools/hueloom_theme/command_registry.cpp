@@ -32,12 +32,14 @@ const std::vector<theme_command>& theme_commands()
          "that fail to read and why, and the files it ignores. Exits with 1 if a theme file\n"
          "fails to read.",
          run_list_command},
-        {"serve", "DIR [--port N] [--bind ADDRESS]", "publish the theme files of a folder to the plug-ins of a studio",
+        {"serve", "DIR [--port N] [--bind ADDRESS] [--rate KIB]",
+         "publish the theme files of a folder to the plug-ins of a studio",
          "Serves every theme file of DIR over HTTP where the plug-in's download client looks for\n"
          "it (manifest.json and <uid>.hlt by uid), on 127.0.0.1 port 8080 unless told otherwise\n"
          "(--bind 0.0.0.0 for the whole network; --port 0 picks a free port). The folder is read\n"
-         "again at every request, so new versions are published as they are copied in. Runs until\n"
-         "interrupted.",
+         "again at every request, so new versions are published as they are copied in. --rate\n"
+         "sends theme files at no more than KIB KiB a second, to watch a plug-in's download run.\n"
+         "Runs until interrupted.",
          run_serve_command},
         {"pull", "[--server URL] [UID...]", "download newer themes from a theme server now",
          "Fetches the server's manifest and downloads each named theme that the server has in a\n"

@@ -1,4 +1,4 @@
-// hueloom-theme serve DIR [--port N] [--bind ADDRESS]
+// hueloom-theme serve DIR [--port N] [--bind ADDRESS] [--rate KIB]
 #include <filesystem>
 #include <iostream>
 
@@ -16,29 +16,37 @@ struct serve_options {
     std::string folder;
     std::string address = "127.0.0.1";
     int port = 8080;
+    /// KiB a second for theme files; 0 is no limit.
+    int rate_kib = 0;
 };
+
+/// `value` as a whole number from `low` to `high`; false if it is anything else.
+bool read_number(const std::string& value, int low, int high, int& number)
+{
+    std::size_t used = 0;
+    try {
+        number = std::stoi(value, &used);
+    } catch (const std::exception&) {
+        return false;
+    }
+    return used == value.size() && number >= low && number <= high;
+}
 
 /// The options, or an error text.
 std::string parse_serve_options(const std::vector<std::string>& arguments, serve_options& o)
 {
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string& a = arguments[i];
-        if (a == "--port" || a == "--bind") {
+        if (a == "--port" || a == "--bind" || a == "--rate") {
             if (i + 1 == arguments.size())
                 return a + " needs a value";
             const std::string& value = arguments[++i];
-            if (a == "--bind") {
+            if (a == "--bind")
                 o.address = value;
-                continue;
-            }
-            std::size_t used = 0;
-            try {
-                o.port = std::stoi(value, &used);
-            } catch (const std::exception&) {
-                used = 0;
-            }
-            if (used != value.size() || o.port < 0 || o.port > 65535)
+            else if (a == "--port" && !read_number(value, 0, 65535, o.port))
                 return "--port needs a number from 0 to 65535 (0 picks a free port), not '" + value + "'";
+            else if (a == "--rate" && !read_number(value, 1, 1 << 20, o.rate_kib))
+                return "--rate needs a number of KiB a second from 1 to 1048576, not '" + value + "'";
         } else if (!a.empty() && a[0] == '-') {
             return "unknown option '" + a + "'";
         } else if (o.folder.empty()) {
@@ -64,6 +72,7 @@ int run_serve_command(const std::vector<std::string>& arguments, command_io& io)
     }
 
     theme_server server(o.folder);
+    server.set_rate(static_cast<std::size_t>(o.rate_kib) * 1024);
     std::string problem;
     const int port = server.bind(o.address, o.port, problem);
     if (port < 0) {

@@ -7,11 +7,15 @@
 #include <fmt/format.h>
 #include <httplib.h>
 
+#include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <cstring>
 #include <ctime>
 #include <iterator>
+#include <memory>
+#include <thread>
 
 namespace fs = std::filesystem;
 
@@ -77,6 +81,25 @@ struct theme_server::impl {
     fs::path folder;
     httplib::Server http;
     std::function<void(const std::string&)> log;
+    /// Bytes a second for theme files; 0 is no limit.
+    std::size_t rate = 0;
+    std::atomic<bool> stopping{false};
+
+    /// Sends `bytes` a tenth of a second's worth of `rate` at a time, one slice a tenth of a
+    /// second; a stop ends the transfer at the next slice, so a slow download never keeps
+    /// the server from ending.
+    void send_slowly(std::string bytes, httplib::Response& res)
+    {
+        auto shared = std::make_shared<std::string>(std::move(bytes));
+        const std::size_t slice = std::max<std::size_t>(1, rate / 10);
+        const auto provide = [this, shared, slice](std::size_t offset, std::size_t length, httplib::DataSink& sink) {
+            if (stopping)
+                return false;
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+            return sink.write(shared->data() + offset, std::min(slice, length));
+        };
+        res.set_content_provider(shared->size(), "application/octet-stream", provide);
+    }
 
     void serve_manifest(httplib::Response& res)
     {
@@ -108,7 +131,10 @@ struct theme_server::impl {
         }
         std::error_code ec;
         res.set_header("Last-Modified", http_date(fs::last_write_time(it->second.file, ec)));
-        res.set_content(std::move(bytes), "application/octet-stream");
+        if (rate > 0)
+            send_slowly(std::move(bytes), res);
+        else
+            res.set_content(std::move(bytes), "application/octet-stream");
     }
 };
 
@@ -144,8 +170,14 @@ int theme_server::bind(const std::string& address, int port, std::string& proble
 
 bool theme_server::listen() { return self->http.listen_after_bind(); }
 
-void theme_server::stop() { self->http.stop(); }
+void theme_server::stop()
+{
+    self->stopping = true;
+    self->http.stop();
+}
 
 void theme_server::on_request(std::function<void(const std::string&)> log) { self->log = std::move(log); }
+
+void theme_server::set_rate(std::size_t bytes_per_second) { self->rate = bytes_per_second; }
 
 }  // namespace vl1::themetool

@@ -7,6 +7,7 @@
 // themes are published; the manifest's Last-Modified is the newest of their times.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -51,6 +52,9 @@ public:
 
     /// Called with a line for each request served (method, path, status).
     void on_request(std::function<void(const std::string&)> log);
+    /// Sends theme files at no more than `bytes_per_second` (0: as fast as the network goes),
+    /// so that a plug-in's download can be watched while it runs.
+    void set_rate(std::size_t bytes_per_second);
 
 private:
     struct impl;
