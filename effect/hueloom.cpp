@@ -175,8 +175,13 @@ bool hueloom::get_lut(lut_argb_variable* lut)
 {
     if (lut == nullptr)
         return false;
+    // Built from the values as they stand, not copied from result_lut: that one is the last
+    // render's, which may have run at another time of an animated look or not yet since the
+    // last change, and a render thread may be rebuilding it during the copy.
+    lut_argb<32> table;
+    build_table(current_table_key(), table);
     lut->edge = 32;
-    lut->data = result_lut.data;
+    lut->data = std::move(table.data);
     lut->text.clear();
     return true;
 }

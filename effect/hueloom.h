@@ -66,6 +66,7 @@ public:
     bool process_row(int x, int y, int in_depth, const uint8_t* in, int out_depth, uint8_t* out,
                      int count) override;
 
+    /// The table of the current values and theme, built afresh on a table of its own.
     bool get_lut(lut_argb_variable* lut) override;
 
     /// Bypass on, or the table the current values give equal to the identity table bit for

@@ -12,7 +12,7 @@ public:
     /// The hash of "lut_exporter" (0xAABC8F0E), which query_interface compares with.
     static constexpr uid ifc_id{"lut_exporter"};
 
-    /// Copies the current result table into `*lut` (edge 32, text emptied). False, leaving
+    /// The table of the current look into `*lut` (edge 32, text emptied). False, leaving
     /// nothing changed, for a null `lut`.
     virtual bool get_lut(lut_argb_variable* lut) = 0;
 };

@@ -214,7 +214,7 @@ TEST(HueloomPixels, ProcessPixelSamplesTheTableAndKeepsAlpha)
     }
 }
 
-TEST(HueloomExport, TheLutExporterInterfaceHandsOutTheCurrentTable)
+TEST(HueloomExport, TheLutExporterInterfaceHandsOutTheTableOfTheCurrentValues)
 {
     auto fx = make_component();
     iobject* found = nullptr;
@@ -222,12 +222,20 @@ TEST(HueloomExport, TheLutExporterInterfaceHandsOutTheCurrentTable)
     auto* exporter = dynamic_cast<lut_exporter*>(found);
     ASSERT_NE(exporter, nullptr);
     EXPECT_FALSE(exporter->get_lut(nullptr));
+    const auto theme = add_to_collection(make_theme(0x7e570021, "Exported", true));
+    fx->set_current_theme_by_uuid(theme->uid);
+    set_param(*fx, "Strength", 60.0f);
+    fx->notify(event(event_render_setup));
+    // A change that no render has seen yet is in the table handed out.
+    set_param(*fx, "Angle", 100.0f);
     lut_argb_variable table;
     table.text = "left over";
     ASSERT_TRUE(exporter->get_lut(&table));
     EXPECT_EQ(table.edge, 32u);
-    EXPECT_EQ(table.data.size(), 32768u);
     EXPECT_TRUE(table.text.empty());
+    lut_argb<32> expected;
+    theme->apply_theme(expected, 260.0f, 0.6f, 1.0f, 1.0f, 1.0f);
+    EXPECT_TRUE(same_bits(table.data, expected.data));
     EXPECT_TRUE(fx->query_interface("ccomponent_v1", &found));
     EXPECT_FALSE(fx->query_interface("no_such_interface", &found));
 }
