@@ -8,6 +8,28 @@
 namespace vl1::gui {
 namespace {
 
+const Fl_Color list_grey = fl_rgb_color(47, 47, 47);
+const Fl_Color list_frame = fl_rgb_color(87, 87, 87);
+
+/// The open list's background: the editor's grey with a frame, whatever colour the toolkit
+/// hands in (see the constructor).
+void draw_list_box(int x, int y, int w, int h, Fl_Color)
+{
+    fl_rectf(x, y, w, h, list_grey);
+    fl_color(list_frame);
+    fl_rect(x, y, w, h);
+}
+
+Fl_Boxtype list_box()
+{
+    static const Fl_Boxtype type = [] {
+        const auto t = static_cast<Fl_Boxtype>(FL_FREE_BOXTYPE);
+        Fl::set_boxtype(t, draw_list_box, 1, 1, 2, 2);
+        return t;
+    }();
+    return type;
+}
+
 /// The toolkit reads '&' as a shortcut mark and '@' as a symbol; a theme's name is neither.
 std::string literal_label(const std::string& title)
 {
@@ -27,10 +49,15 @@ CVLOptionMenu::CVLOptionMenu(int x, int y, int w, int h, control_listener* liste
     : Fl_Menu_(x, y, w, h), CVLControl(listener, tag, 0.0f, 0.0f), picture(std::move(picture)),
       pressed_picture(std::move(pressed_picture))
 {
-    box(FL_FLAT_BOX);
+    // The toolkit 1.3 draws the highlighted row of an open list white with black text
+    // whenever the selection colour lies within 100 steps of luminance of the menu's colour.
+    // So the menu's colour is a light one that only that rule reads, and the list's dark
+    // background comes from list_box(), which ignores the colour it is given: the row under
+    // the pointer is then grey 87 with the light text.
+    box(list_box());
     down_box(FL_FLAT_BOX);
-    color(fl_rgb_color(47, 47, 47));
-    selection_color(fl_rgb_color(100, 100, 100));
+    color(FL_WHITE);
+    selection_color(list_frame);
     textcolor(fl_rgb_color(200, 200, 200));
     textfont(FL_HELVETICA);
     textsize(12);
