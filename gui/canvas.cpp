@@ -8,6 +8,9 @@
 
 #include <cmath>
 
+// Last: the layout of an X region, whose macros (MIN, MAX, TRUE) nothing below uses.
+#include <X11/Xregion.h>
+
 namespace vl1::gui {
 
 canvas::canvas()
@@ -17,9 +20,18 @@ canvas::canvas()
     const int height = w != nullptr ? w->h() : 1;
     surface = cairo_xlib_surface_create(fl_display, fl_window, fl_visual->visual, width, height);
     context = cairo_create(surface);
-    int x = 0, y = 0, cw = 0, ch = 0;
-    fl_clip_box(0, 0, width, height, x, y, cw, ch);
-    cairo_rectangle(context, x, y, cw, ch);
+    // The toolkit's clip is a region, often of several rectangles (controls damaged apart
+    // from each other). Its bounding box would let a background painted here cover controls
+    // between them that aren't drawn again, and the double buffer shows the whole box.
+    const Fl_Region region = fl_clip_region();
+    if (region == nullptr) {
+        cairo_rectangle(context, 0, 0, width, height);
+    } else {
+        for (long i = 0; i < region->numRects; ++i) {
+            const BOX& r = region->rects[i];
+            cairo_rectangle(context, r.x1, r.y1, r.x2 - r.x1, r.y2 - r.y1);
+        }
+    }
     cairo_clip(context);
 }
 

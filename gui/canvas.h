@@ -8,7 +8,7 @@ namespace vl1::gui {
 
 class canvas {
 public:
-    /// Clipped to the toolkit's current clip rectangle.
+    /// Clipped to the toolkit's current clip region, rectangle by rectangle.
     canvas();
     ~canvas();
     canvas(const canvas&) = delete;

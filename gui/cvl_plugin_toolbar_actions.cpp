@@ -142,6 +142,8 @@ void CVLPluginToolbar::delete_current_preset()
     delete_preset(name);
     rebuild_preset_menu();
     preset_name_field->setText(preset_title);
+    // No preset is current any more: nothing to delete until one is loaded or saved.
+    mark_preset_changed();
 }
 
 void CVLPluginToolbar::undo_step()

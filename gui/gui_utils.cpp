@@ -40,6 +40,11 @@ bool gui_utils::alert_box(void* parent, const std::string& title, const std::str
     if (auto* w = dynamic_cast<fltk_window*>(static_cast<window*>(parent)); w != nullptr && w->content() != nullptr)
         fl_message_hotspot(0);
     fl_message_title(title.c_str());
+    // The toolkit's icon is a white square with a blue letter; the editor's greys instead.
+    Fl_Widget* icon = fl_message_icon();
+    icon->box(FL_FLAT_BOX);
+    icon->color(fl_rgb_color(87, 87, 87));
+    icon->labelcolor(fl_rgb_color(200, 200, 200));
     if (second_button.empty()) {
         // The toolkit's message box binds Return to its one button; its label is a global.
         const char* previous = fl_close;

@@ -135,6 +135,10 @@ void hueloom_ui::build_panel(int left, int height)
     panel_scroller = new Fl_Scroll(left, editor_toolbar_height, editor_column_width, height - editor_toolbar_height);
     panel_scroller->type(Fl_Scroll::VERTICAL);
     panel_scroller->scrollbar_size(12);
+    // The bar is made at the toolkit's width of 16 and narrowed only in the first draw, which
+    // would clip the panel 4 points short on its right; it is narrowed here instead.
+    panel_scroller->scrollbar.resize(panel_scroller->x() + panel_scroller->w() - 12, panel_scroller->y(), 12,
+                                     panel_scroller->h());
     panel_scroller->box(FL_FLAT_BOX);
     panel_scroller->color(editor_grey);
     panel_scroller->scrollbar.box(FL_FLAT_BOX);
