@@ -1,8 +1,11 @@
 #!/usr/bin/env bash
 # Runs the editor tests in their own X server and leaves their screenshots in
-# build/editor-shots/ (or $HUELOOM_BUILD_DIR/editor-shots/): the editor with its theme, the
-# open theme menu, a failed import in German, the German editor after an import, the wheel and
-# sliders after a drag. Look at them after layout changes: text that fits, nothing overlapping.
+# build/editor-shots/ (or $HUELOOM_BUILD_DIR/editor-shots/): wheel and sliders after a drag
+# (wheel_and_sliders), themes downloading from a slow server with the bar half way
+# (download_de), a failed import's alert (import_failure_de), the German editor after the
+# download and an import (editor_de), the open theme menu (theme_menu), the open preset menu
+# (preset_menu) and the alert of a refused preset (preset_alert). Look at them after layout
+# changes: text that fits, nothing overlapping, controls in line.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build_dir=${HUELOOM_BUILD_DIR:-build}

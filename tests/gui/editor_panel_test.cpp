@@ -1,10 +1,17 @@
 // The editor's controls as a colourist uses them, in a real X server: the wheel, the sliders,
-// undo and redo, closing with and without reset, themes, presets and the LUT export.
+// undo and redo, closing with and without reset, themes from a server and from folders,
+// presets and the LUT export.
 #include <gtest/gtest.h>
 
+#ifdef HUELOOM_WITH_OCIO
+#include <OpenColorIO/OpenColorIO.h>
+#endif
+
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 
 #include "tests/gui/editor_test_support.h"
 #include "tests/support/test_paths.h"
@@ -21,6 +28,9 @@ constexpr double wheel_left = 16, wheel_top = 108, wheel_size = 451, marker = 12
 constexpr double max_radius = (451 - 4.75) / 451;
 // The hue slider's track (16, 613, 467, 635) and the chroma slider's, 60 points lower.
 constexpr double hue_track_y = 599 + 14 + 11;
+// The theme menu (0.5, 40, 451.5, 63), the progress bar and the "updated" label below it at
+// 70, and the toolbar's preset menu (20, 37, 180, 59), which opens from its rightmost 17.
+constexpr double theme_menu_y = 51, bar_y = 70, preset_handle_x = 172, preset_row_y = 48;
 
 /// Angle and strength the wheel gives for a click at screen offset (px, py) from its corner.
 std::pair<double, double> wheel_reading(int px, int py)
@@ -42,6 +52,12 @@ protected:
         setenv("HUELOOM_LOG", "stderr", 1);
         setenv("HUELOOM_FILE_DIALOG", "builtin", 1);
         ASSERT_TRUE(x.ready()) << "Xvfb did not start";
+    }
+
+    void TearDown() override
+    {
+        unsetenv("HUELOOM_THEME_SERVER");
+        unsetenv("HUELOOM_WANTED_THEMES");
     }
 
     x_session x{1600, 900};
@@ -90,8 +106,75 @@ double number(const std::map<std::string, std::string>& settings, const std::str
     return found == settings.end() ? -1.0 : std::stod(found->second);
 }
 
+/// Points the editor at a theme server that wants the themes of `uids` (hexadecimal, by commas).
+void use_theme_server(const std::string& url, const std::string& uids)
+{
+    setenv("HUELOOM_THEME_SERVER", url.c_str(), 1);
+    setenv("HUELOOM_WANTED_THEMES", uids.c_str(), 1);
+}
+
+/// A theme file of `name` and `uid` whose wheel picture is all `colour`, packed into `folder`.
+void publish_theme(const fs::path& folder, const std::string& name, const std::string& uid, const std::string& colour)
+{
+    theme_folder_options options;
+    options.name = name;
+    options.uid = uid;
+    const fs::path source = make_theme_folder(options);
+    x_session::shell("convert -size 900x900 xc:'" + colour + "' '" + (source / "wheel.png").string() + "'");
+    x_session::shell(std::string(HUELOOM_THEME_TOOL) + " pack '" + source.string() + "' '" +
+                     (folder / (uid + ".hlt")).string() + "'");
+}
+
+bool near(const std::array<int, 3>& a, const std::array<int, 3>& b)
+{
+    return std::abs(a[0] - b[0]) <= 3 && std::abs(a[1] - b[1]) <= 3 && std::abs(a[2] - b[2]) <= 3;
+}
+
+/// Saves through the export button's dialog as `name` in HOME, where the dialog starts.
+void export_lut(const open_editor& editor, const std::string& name)
+{
+    x_session::click(editor.column_x(238 + 23), editor.column_y(preset_row_y));
+    const unsigned long dialog = x_session::wait_for_window("Export LUT", 10);
+    ASSERT_NE(dialog, 0u) << editor.log();
+    x_session::type(name);
+    const auto [left, top] = x_session::window_origin(dialog);
+    const auto [w, h] = x_session::window_size(dialog);
+    x_session::click(left + w - 146, top + h - 23);
+    EXPECT_TRUE(eventually([&] { return fs::exists(home_dir() / name); })) << editor.log();
+}
+
+#ifdef HUELOOM_WITH_OCIO
+namespace OCIO = OCIO_NAMESPACE;
+
+/// Largest channel difference between two LUT files as OpenColorIO reads and applies them,
+/// at the 17 x 17 x 17 grid points of the exported files.
+float largest_difference(const fs::path& a, const fs::path& b)
+{
+    const auto processor = [](const fs::path& file) {
+        OCIO::FileTransformRcPtr transform = OCIO::FileTransform::Create();
+        transform->setSrc(file.c_str());
+        transform->setInterpolation(OCIO::INTERP_LINEAR);
+        return OCIO::Config::CreateRaw()->getProcessor(transform)->getOptimizedCPUProcessor(OCIO::OPTIMIZATION_NONE);
+    };
+    const auto first = processor(a), second = processor(b);
+    float worst = 0.0f;
+    for (int r = 0; r <= 16; ++r)
+        for (int g = 0; g <= 16; ++g)
+            for (int b = 0; b <= 16; ++b) {
+                float x[3] = {r / 16.0f, g / 16.0f, b / 16.0f}, y[3] = {x[0], x[1], x[2]};
+                first->applyRGB(x);
+                second->applyRGB(y);
+                worst = std::max({worst, std::abs(x[0] - y[0]), std::abs(x[1] - y[1]), std::abs(x[2] - y[2])});
+            }
+    return worst;
+}
+#endif
+
 TEST_F(editor_panel, WheelAndSlidersSetTheParametersAsOneUndoStepEach)
 {
+    // A theme server that nobody answers at changes nothing for the user.
+    const std::string dead_server = "http://127.0.0.1:" + std::to_string(unused_port());
+    use_theme_server(dead_server, "5a5a0001");
     open_editor editor(dir, {"--set", "Angle=90", "--set", "Strength=50", "--set", "Hue=150"});
     ASSERT_TRUE(editor.opened()) << editor.log();
     const int wx = editor.column_x(wheel_left), wy = editor.panel_y(wheel_top);
@@ -109,6 +192,7 @@ TEST_F(editor_panel, WheelAndSlidersSetTheParametersAsOneUndoStepEach)
     x_session::screenshot(shots_dir() / "wheel_and_sliders.png");
     ASSERT_EQ(editor.close_and_wait(), 0) << editor.log();
 
+    EXPECT_NE(editor.log().find("manifest " + dead_server + "/manifest.json: "), std::string::npos) << editor.log();
     const auto settings = editor.settings();
     const auto [angle, strength] = wheel_reading(px, py);
     EXPECT_NEAR(number(settings, "Angle"), angle, 0.01);
@@ -132,8 +216,15 @@ TEST_F(editor_panel, EscapeClosesWithResetAndUndoWalksBack)
     EXPECT_NEAR(number(settings, "Chroma"), 100.0, 1e-4);
 }
 
-TEST_F(editor_panel, ThemesAreImportedThroughTheDialogAndChosenFromTheMenuInGerman)
+TEST_F(editor_panel, ThemesAreDownloadedImportedAndChosenFromTheMenuInGerman)
 {
+    // Two themes from a slow server: while the second one arrives the bar stands half way.
+    const fs::path served = make_temp_dir("served");
+    publish_theme(served, "Morgen", "5a5a0001", "rgb(200,180,40)");
+    publish_theme(served, "Zenit", "5a5a0002", "rgb(30,60,200)");
+    const theme_server server(served, 128);
+    ASSERT_FALSE(server.url.empty()) << read_text(served.string() + ".log");
+    use_theme_server(server.url, "5a5a0001,5a5a0002");
     setenv("LANG", "de_DE.UTF-8", 1);
     theme_folder_options options;
     options.name = "Abendrot";
@@ -145,20 +236,40 @@ TEST_F(editor_panel, ThemesAreImportedThroughTheDialogAndChosenFromTheMenuInGerm
     open_editor editor(dir, {"--set", "Strength=80", "--set", "Angle=30"});
     unsetenv("LANG");
     ASSERT_TRUE(editor.opened()) << editor.log();
-    const int load_x = editor.column_x(0.5 + 451 + 6 + 12), load_y = editor.panel_y(51);
 
+    const auto bar_green = [&] {
+        return near(x_session::screen_pixel(editor.column_x(10), editor.panel_y(bar_y + 3)), {26, 186, 0});
+    };
+    ASSERT_TRUE(eventually(bar_green, 40)) << editor.log();
+    x_session::screenshot(shots_dir() / "download_de.png");
+    // At the end the bar gives way to "Die Theme-Liste wurde aktualisiert."
+    EXPECT_TRUE(eventually(
+        [&] {
+            return !bar_green() &&
+                   x_session::light_share(editor.column_x(4), editor.panel_y(bar_y), 200, 14) > 0.05;
+        },
+        40))
+        << editor.log();
+
+    const int load_x = editor.column_x(0.5 + 451 + 6 + 12), load_y = editor.panel_y(theme_menu_y);
     pick_folder(load_x, load_y, bad.filename().string());
     x_session::screenshot(shots_dir() / "import_failure_de.png");
     answer_alert("Return");
     pick_folder(load_x, load_y, good.filename().string());
     answer_alert("Return");
     x_session::screenshot(shots_dir() / "editor_de.png");
-    // The menu opens from its right end; the imported theme stands last and is current, the
-    // one above it is the built-in theme. Choosing it is one undo step.
+    // The menu opens from its right end: the built-in and the downloaded themes by name, then
+    // the imported one, current. Above it stands "Zenit"; choosing it shows its picture, and
+    // undo brings back the imported theme's.
+    const int centre_x = editor.column_x(wheel_left + 225), centre_y = editor.panel_y(wheel_top + 225);
+    const std::array<int, 3> imported_look = x_session::screen_pixel(centre_x, centre_y);
     x_session::click(editor.column_x(0.5 + 451 - 10), load_y);
     x_session::screenshot(shots_dir() / "theme_menu.png");
     x_session::keys("Up Return");
+    EXPECT_TRUE(eventually([&] { return near(x_session::screen_pixel(centre_x, centre_y), {30, 60, 200}); }))
+        << editor.log();
     x_session::keys("ctrl+z");
+    EXPECT_TRUE(eventually([&] { return near(x_session::screen_pixel(centre_x, centre_y), imported_look); }));
     ASSERT_EQ(editor.close_and_wait(), 0) << editor.log();
 
     const std::string log = editor.log();
@@ -166,18 +277,16 @@ TEST_F(editor_panel, ThemesAreImportedThroughTheDialogAndChosenFromTheMenuInGerm
               std::string::npos)
         << log;
     EXPECT_NE(log.find("Der Import der Theme \"Abendrot\" war erfolgreich!"), std::string::npos) << log;
-    int theme_files = 0;
-    for (const auto& entry : fs::directory_iterator(home_dir() / "Varnlight" / "Hueloom"))
-        theme_files += entry.path().extension() == ".hlt" ? 1 : 0;
-    EXPECT_GE(theme_files, 1) << log;
+    for (const char* file : {"theme_5a5a0001.hlt", "theme_5a5a0002.hlt", "theme_00abcdef.hlt"})
+        EXPECT_TRUE(fs::exists(home_dir() / "Varnlight" / "Hueloom" / file)) << file << "\n" << log;
 }
 
-TEST_F(editor_panel, PresetsAreSavedOverwrittenOnlyWhenConfirmedAndDeletedAndTheLutExported)
+TEST_F(editor_panel, PresetsAreSavedOverwrittenOnlyWhenConfirmedDeletedOrRefusedAndTheLutExported)
 {
     open_editor editor(dir, {"--set", "Strength=70", "--set", "Angle=120"});
     ASSERT_TRUE(editor.opened()) << editor.log();
-    const fs::path preset = home_dir() / "Varnlight" / "Plugin Presets" / "Hueloom" / "Warm.json";
-    const int row_y = editor.column_y(48);
+    const fs::path presets = home_dir() / "Varnlight" / "Plugin Presets" / "Hueloom", preset = presets / "Warm.json";
+    const int row_y = editor.column_y(preset_row_y);
     auto save_as = [&](const std::string& name) {
         x_session::click(editor.column_x(60), row_y);
         x_session::keys("End shift+Home BackSpace");
@@ -187,6 +296,13 @@ TEST_F(editor_panel, PresetsAreSavedOverwrittenOnlyWhenConfirmedAndDeletedAndThe
     save_as("Warm");
     ASSERT_TRUE(eventually([&] { return fs::exists(preset); })) << editor.log();
     const std::string first = read_text(preset);
+    // A copy whose theme record is damaged (behind the flag 1, its mark "1slh" altered): the
+    // menu lists it from the next save on.
+    std::string broken = first;
+    const auto mark = broken.find(",1,49,115,108,104,");
+    ASSERT_NE(mark, std::string::npos);
+    broken.replace(mark, 6, ",1,48,");
+    std::ofstream(presets / "Broken.json") << broken;
     // Another look under the same name: Escape keeps the file, Return replaces it.
     x_session::click(editor.column_x(300), editor.panel_y(hue_track_y));
     save_as("Warm");
@@ -199,18 +315,40 @@ TEST_F(editor_panel, PresetsAreSavedOverwrittenOnlyWhenConfirmedAndDeletedAndThe
     x_session::click(editor.column_x(211 + 11), row_y);
     answer_alert("Return");
     EXPECT_TRUE(eventually([&] { return !fs::exists(preset); }));
+    // The damaged preset, first below "Preset:", is refused with the reason.
+    x_session::click(editor.column_x(preset_handle_x), row_y);
+    x_session::screenshot(shots_dir() / "preset_menu.png");
+    x_session::keys("Down Return");
+    ASSERT_NE(x_session::wait_for_window("Hueloom", 10), 0u) << editor.log();
+    x_session::screenshot(shots_dir() / "preset_alert.png");
+    answer_alert("Return");
 
-    x_session::click(editor.column_x(238 + 23), row_y);
-    const unsigned long dialog = x_session::wait_for_window("Export LUT", 10);
-    ASSERT_NE(dialog, 0u) << editor.log();
-    x_session::type("exported.cube");
-    const auto [left, top] = x_session::window_origin(dialog);
-    const auto [w, h] = x_session::window_size(dialog);
-    x_session::click(left + w - 146, top + h - 23);
+    export_lut(editor, "exported.cube");
+    export_lut(editor, "exported.3dl");
     ASSERT_EQ(editor.close_and_wait(), 0) << editor.log();
-    // The export button writes a 17-point .cube file into the folder the dialog starts in.
-    ASSERT_TRUE(fs::exists(home_dir() / "exported.cube")) << editor.log();
-    EXPECT_NE(read_text(home_dir() / "exported.cube").find("LUT_3D_SIZE 17"), std::string::npos);
+    const std::string log = editor.log();
+    EXPECT_NE(log.find("Alert: Hueloom: Cannot load preset: An error occured when loading a saved theme."),
+              std::string::npos)
+        << log;
+    const auto settings = editor.settings();
+    EXPECT_NEAR(number(settings, "Strength"), 70.0, 1e-4);
+    EXPECT_GT(number(settings, "Hue"), 101.0) << "the refused preset's hue of 100 was taken";
+
+    // The engine's table for the look left behind: hueloom-render renders a lattice of 65
+    // points through the bundle and writes it at full precision; every fourth of its points
+    // is one of the 17 of the exported files.
+    const fs::path engine = dir / "engine.cube";
+    background_process render(HUELOOM_RENDER_TOOL,
+                              {"--state-in", editor.state_file.string(), "--export-lut", engine.string(),
+                               "--lut-size", "65"},
+                              dir / "render.log");
+    ASSERT_EQ(render.wait(60), 0) << read_text(dir / "render.log");
+#ifdef HUELOOM_WITH_OCIO
+    // .cube values have four decimals, each off by half a unit at most; .3dl values are
+    // ten-bit codes truncated, up to one code low. Both plus float rounding.
+    EXPECT_LT(largest_difference(home_dir() / "exported.cube", engine), 0.5e-4f + 5e-6f);
+    EXPECT_LT(largest_difference(home_dir() / "exported.3dl", engine), 1.0f / 1023.0f + 5e-6f);
+#endif
 }
 
 }  // namespace

@@ -1,5 +1,10 @@
 #include "tests/gui/editor_test_support.h"
 
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 #include <fstream>
 #include <sstream>
 
@@ -69,5 +74,40 @@ std::map<std::string, std::string> open_editor::settings() const
 }
 
 fs::path shots_dir() { return fs::path(HUELOOM_BUILD_DIR) / "editor-shots"; }
+
+theme_server::theme_server(const fs::path& folder, int rate_kib)
+{
+    const fs::path log = folder.string() + ".log";
+    process = std::make_unique<background_process>(
+        HUELOOM_THEME_TOOL,
+        std::vector<std::string>{"serve", folder.string(), "--port", "0", "--rate", std::to_string(rate_kib)}, log);
+    // Its first line: "Serving N themes from DIR at http://127.0.0.1:PORT".
+    for (int i = 0; i < 100 && url.empty(); ++i) {
+        const std::string text = read_text(log);
+        const auto at = text.find("http://");
+        const auto end = text.find('\n', at);
+        if (at != std::string::npos && end != std::string::npos)
+            url = text.substr(at, end - at);
+        else
+            x_session::settle(0.1);
+    }
+}
+
+int unused_port()
+{
+    // A port the kernel hands out and that is closed again at once.
+    const int s = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    int port = 0;
+    if (s >= 0 && bind(s, reinterpret_cast<sockaddr*>(&address), size) == 0 &&
+        getsockname(s, reinterpret_cast<sockaddr*>(&address), &size) == 0)
+        port = ntohs(address.sin_port);
+    if (s >= 0)
+        close(s);
+    return port;
+}
 
 }  // namespace hueloom_test

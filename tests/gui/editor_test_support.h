@@ -48,4 +48,19 @@ private:
 /// Where screenshots go for people to look at: build/editor-shots/ in the build tree.
 std::filesystem::path shots_dir();
 
+/// `hueloom-theme serve` on 127.0.0.1 at a port of its choosing, sending theme files at
+/// `rate_kib` KiB a second so that a download takes long enough to be watched.
+class theme_server {
+public:
+    theme_server(const std::filesystem::path& folder, int rate_kib);
+    /// The base address ("http://127.0.0.1:PORT"); empty if the server didn't start.
+    std::string url;
+
+private:
+    std::unique_ptr<background_process> process;
+};
+
+/// A port on 127.0.0.1 that nothing listens on.
+int unused_port();
+
 }  // namespace hueloom_test

@@ -185,6 +185,15 @@ std::array<int, 3> x_session::screen_pixel(int x, int y)
     return rgb;
 }
 
+double x_session::light_share(int x, int y, int w, int h)
+{
+    const std::string text = shell("import -silent -window root -crop " + std::to_string(w) + "x" + std::to_string(h) +
+                                   "+" + std::to_string(x) + "+" + std::to_string(y) +
+                                   " miff:- | convert miff:- +repage -colorspace Gray -threshold 50% "
+                                   "-format '%[fx:mean]' info:-");
+    return text.empty() ? -1.0 : std::atof(text.c_str());
+}
+
 background_process::background_process(const std::filesystem::path& program, const std::vector<std::string>& arguments,
                                        const std::filesystem::path& log_file)
 {

@@ -31,6 +31,9 @@ public:
     static std::pair<int, int> window_origin(unsigned long window);
     /// The colour at screen point (x, y), as 8-bit r, g, b.
     static std::array<int, 3> screen_pixel(int x, int y);
+    /// The share of pixels lighter than mid-grey in the screen rectangle (x, y, w, h): light
+    /// text on the editor's dark greys.
+    static double light_share(int x, int y, int w, int h);
 
     /// A click of `button` (1 left, 3 right) at screen point (x, y), with `modifier` held
     /// ("alt", "ctrl" or empty).
