@@ -194,14 +194,27 @@ TEST(HueloomTable, UnknownThemeOrInconsistentThemeGivesTheIdentity)
     EXPECT_TRUE(same_bits(table_after_setup(*fx).data, lut_argb<32>().data));
 }
 
-TEST(HueloomPixels, ProcessPixelSamplesTheTableAndKeepsAlpha)
+TEST(HueloomPixels, ProcessPixelSamplesTheTableTheExporterHandsOutAndKeepsAlpha)
 {
     auto fx = make_component();
+    iobject* found = nullptr;
+    ASSERT_TRUE(fx->query_interface("lut_exporter", &found));
+    auto* exporter = dynamic_cast<lut_exporter*>(found);
+    ASSERT_NE(exporter, nullptr);
+    EXPECT_FALSE(exporter->get_lut(nullptr));
+    EXPECT_TRUE(fx->query_interface("ccomponent_v1", &found));
+    EXPECT_FALSE(fx->query_interface("no_such_interface", &found));
+
     const auto theme = add_to_collection(make_theme(0x7e570005, "Pixels"));
     fx->set_current_theme_by_uuid(theme->uid);
     set_param(*fx, "Strength", 60.0f);
     set_param(*fx, "Angle", 100.0f);
-    const auto table = table_after_setup(*fx);
+    fx->notify(event(event_render_setup));
+    lut_argb_variable table;
+    table.text = "left over";
+    ASSERT_TRUE(exporter->get_lut(&table));
+    EXPECT_EQ(table.edge, 32u);
+    EXPECT_TRUE(table.text.empty());
     lut_argb<32> fixed;
     fixed.data = table.data;
     for (float v : {0.0f, 0.2f, 0.5f, 0.77f, 1.0f}) {
@@ -212,24 +225,6 @@ TEST(HueloomPixels, ProcessPixelSamplesTheTableAndKeepsAlpha)
         EXPECT_EQ(std::memcmp(&out, &expected, sizeof out), 0);
         EXPECT_EQ(out.a, 0.3f);
     }
-}
-
-TEST(HueloomExport, TheLutExporterInterfaceHandsOutTheCurrentTable)
-{
-    auto fx = make_component();
-    iobject* found = nullptr;
-    ASSERT_TRUE(fx->query_interface("lut_exporter", &found));
-    auto* exporter = dynamic_cast<lut_exporter*>(found);
-    ASSERT_NE(exporter, nullptr);
-    EXPECT_FALSE(exporter->get_lut(nullptr));
-    lut_argb_variable table;
-    table.text = "left over";
-    ASSERT_TRUE(exporter->get_lut(&table));
-    EXPECT_EQ(table.edge, 32u);
-    EXPECT_EQ(table.data.size(), 32768u);
-    EXPECT_TRUE(table.text.empty());
-    EXPECT_TRUE(fx->query_interface("ccomponent_v1", &found));
-    EXPECT_FALSE(fx->query_interface("no_such_interface", &found));
 }
 
 }  // namespace

@@ -16,17 +16,18 @@ using presettest::write_file;
 
 TEST(PresetNames, RefusesNamesThatCouldLeaveTheFolderOrHideThemselves)
 {
-    for (const std::string& name : {std::string(""), std::string("   "), std::string("a/b"), std::string("/abs"),
-                                    std::string(".."), std::string("a..b"), std::string("back\\slash"),
-                                    std::string("tab\tname"), std::string("nl\n"), std::string("a.json"),
-                                    std::string(".json.x"), std::string(251, 'x'), std::string("a\0b", 3)}) {
+    // One name for each rule: blank, a separator of either kind, "..", a control character
+    // (a zero byte too), ".json" and a name too long for a file name with its extension.
+    for (const std::string& name : {std::string("   "), std::string("a/b"), std::string("back\\slash"), std::string("a..b"),
+                                    std::string("tab\tname"), std::string("a\0b", 3), std::string(".json.x"),
+                                    std::string(251, 'x')}) {
         std::string reason;
         EXPECT_FALSE(is_acceptable_preset_name(name, reason)) << name;
         EXPECT_EQ(reason.rfind("{en:", 0), 0u) << name;
         EXPECT_NE(reason.find("{de:"), std::string::npos) << name;
     }
-    for (const std::string& name : {std::string("Warm Look"), std::string("Grün & Blau"), std::string("v1.2"),
-                                    std::string(".hidden"), std::string(250, 'x')}) {
+    for (const std::string& name :
+         {std::string("Grün & Blau"), std::string("v1.2"), std::string(".hidden"), std::string(250, 'x')}) {
         std::string reason = "stale";
         EXPECT_TRUE(is_acceptable_preset_name(name, reason)) << name;
         EXPECT_EQ(reason, "");
