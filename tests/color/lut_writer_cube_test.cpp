@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "color/lut_file_header.h"
 #include "color/lut_reader_cube.h"
 #include "color/lut_writer_cube.h"
 #include "tests/color/lut_test_support.h"
@@ -49,14 +48,6 @@ TEST(WriteLutCube, TableOfEdgeThirtyTwoIsResampledToSeventeenAndReadsBackWithinT
         ASSERT_NEAR(back.data[i].b, lut.data[i].b, 5e-5f) << i;
     }
     EXPECT_FALSE(write_lut_cube(make_identity_17(), "/nonexistent/dir/x.cube", "", ""));
-}
-
-TEST(LutTitle, StemOfThePath)
-{
-    EXPECT_EQ(lut_title_of("/home/u/looks/warm.v2.cube"), "warm.v2");
-    EXPECT_EQ(lut_title_of("plain.3dl"), "plain");
-    EXPECT_EQ(lut_title_of("/home/u/noextension"), "noextension");
-    EXPECT_EQ(lut_title_of("/home/u.v/look"), "look");
 }
 
 }  // namespace
