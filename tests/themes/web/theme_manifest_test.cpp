@@ -8,14 +8,6 @@
 namespace vl1 {
 namespace {
 
-TEST(ThemeAddresses, FollowTheServersFolderSplitAndTheLocalNames)
-{
-    EXPECT_EQ(constructThemeURL("http://host/base", 0x0a1b2c3d), "http://host/base/0a/1b/2c3d.hlt");
-    EXPECT_EQ(constructThemeURL("http://h", 1), "http://h/00/00/0001.hlt");
-    EXPECT_EQ(constructLocalPathTemp("/tmp/t", 0x0a1b2c3d), "/tmp/t/0a1b2c3d.hlt~");
-    EXPECT_EQ(constructLocalPathFinal("/tmp/t", 0xABCDEF12), "/tmp/t/theme_abcdef12.hlt");
-}
-
 TEST(ThemeUidText, TakesOneToEightHexDigitsAndNothingElse)
 {
     const std::pair<const char*, uint32_t> good[] = {
