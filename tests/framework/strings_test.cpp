@@ -48,19 +48,5 @@ TEST(Split, CutsAtEachSeparatorUpToTheLimit)
     EXPECT_EQ(split(L"1  2", L' '), (std::vector<std::wstring>{L"1", L"", L"2"}));
 }
 
-TEST(StringHelpers, TrimCaseAndRemove)
-{
-    std::string s = " \t hello \r\n";
-    EXPECT_EQ(ltrim_copy(s), "hello \r\n");
-    EXPECT_EQ(rtrim_copy(s), " \t hello");
-    EXPECT_EQ(trim(s), "hello");
-    std::string blank = "   ";
-    EXPECT_EQ(trim(blank), "");
-    EXPECT_EQ(trim_copy(std::wstring(L"  Wide\r")), L"Wide");
-    EXPECT_EQ(lowercase("MiXeD 1\xc4"), "mixed 1\xc4");
-    EXPECT_EQ(uppercase(std::wstring(L"abc")), L"ABC");
-    EXPECT_EQ(remove("a-b-c", '-'), "abc");
-}
-
 }  // namespace
 }  // namespace vl1
