@@ -34,16 +34,6 @@ TEST(PresetNames, RefusesNamesThatCouldLeaveTheFolderOrHideThemselves)
     }
 }
 
-TEST(PresetNames, ComeFromTheTextBeforeTheFirstJsonSortedByBytes)
-{
-    EXPECT_EQ(preset_name_from_file_name("a.json.bak"), "a");
-    EXPECT_EQ(preset_name_from_file_name("x.json.json"), "x");
-    EXPECT_EQ(preset_name_from_file_name("notes.txt"), "");
-    EXPECT_EQ(preset_names_from_file_names({"a.json", "B.json", "a.json.bak", ".", "..", "notes.txt", ".json",
-                                            "\xc3\x84.json", "Z.json"}),
-              (std::vector<std::string>{"B", "Z", "a", "\xc3\x84"}));
-}
-
 TEST(PresetManagerNames, RefusedNameWritesNothingAnywhere)
 {
     auto r = make_rig();
@@ -69,6 +59,7 @@ TEST(PresetList, ShowsEveryPresetOnceAndMarksBrokenFiles)
     write_file(folder / "broken.json", "{\"parameter_count\":");
     write_file(folder / "list.json", "[1,2]");
     write_file(folder / "notes.txt", "{}");
+    write_file(folder / ".json", "{}");  // names nothing
     fs::create_directory(folder / "dir.json");
 
     std::vector<preset_entry> entries;
