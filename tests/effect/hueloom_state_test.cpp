@@ -12,14 +12,10 @@ namespace {
 
 using effect_test::make_component;
 using effect_test::make_theme;
+using effect_test::param_of;
 using effect_test::set_param;
 
 constexpr std::size_t flag_at = 8 + 48 * 6;
-
-float param_of(hueloom& fx, const char* name)
-{
-    return fx.get_parameter(std::string(name))->get_param_value().value.f;
-}
 
 TEST(HueloomState, RoundTripCarriesParametersAndThemeAndNoThemeLeavesTheRecordEmpty)
 {
