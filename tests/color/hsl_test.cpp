@@ -44,7 +44,8 @@ TEST(Hsl, KnownColoursBothWaysAndARoundTripOfAGrid)
         for (float g = 0.0f; g <= 1.0f; g += 0.25f)
             for (float b = 0.0f; b <= 1.0f; b += 0.1875f) {
                 const rgb_float back = hsl_to_rgb(rgb_to_hsl(r, g, b));
-                ASSERT_TRUE(std::abs(back.r - r) <= 2e-6f && std::abs(back.g - g) <= 2e-6f && std::abs(back.b - b) <= 2e-6f)
+                ASSERT_TRUE(std::abs(back.r - r) <= 2e-6f && std::abs(back.g - g) <= 2e-6f &&
+                            std::abs(back.b - b) <= 2e-6f)
                     << r << " " << g << " " << b << " came back as " << back.r << " " << back.g << " " << back.b;
             }
 }

@@ -41,7 +41,8 @@ TEST(ReadLutCube, DomainsWiderThanOneDivideByRangePlusOneNarrowerOnesByRangeAndC
     // Domain 0.5..1: range 0.5. 0.75 gives 0.5; 0.5 gives 0.0, lifted to the minimum 0.5.
     const std::string text = replaced(read_lut_sample("asym_2.cube"), "LUT_3D_SIZE 2\n",
                                       "LUT_3D_SIZE 2\nDOMAIN_MIN 0.5 0.5 0.5\nDOMAIN_MAX 1 1 1\n");
-    const lut_argb_variable narrow = read_lut_cube(replaced(text, "0.1000 0.2000 0.0500", "0.7500 0.5000 1.0000"), "n.cube");
+    const lut_argb_variable narrow =
+        read_lut_cube(replaced(text, "0.1000 0.2000 0.0500", "0.7500 0.5000 1.0000"), "n.cube");
     EXPECT_EQ(narrow.data[0], (argb_float{1.0f, 0.5f, 0.5f, 1.0f}));
 }
 
@@ -61,17 +62,19 @@ TEST(ReadLutCubeFailure, EachBrokenLineGivesItsMessage)
 {
     const std::string sample = read_lut_sample("asym_2.cube");
     const std::string too_few = "logic_error: " + std::string(too_few_text);
+    const std::string not_a = "invalid_argument: ERROR while loading CUBE LUT: '";
     const auto size = [&](const std::string& line) { return replaced(sample, "LUT_3D_SIZE 2", line); };
     const std::pair<std::string, std::string> cases[] = {
         {replaced(sample, "0.9000 0.6000 0.3500\n", ""), too_few + " [file 'broken.cube', line"},
         // A line of fewer than three values (here a blank one) ends the data.
         {replaced(sample, "0.9000 0.2000 0.0500\n", "0.9000 0.2000 0.0500\n\n"), too_few},
         {replaced(sample, "0.6000 0.0500", "abc 0.0500"),
-         "invalid_argument: ERROR while loading CUBE LUT: 'abc' is not a number [file 'broken.cube', line 8: '0.1000 abc 0.0500']"},
+         not_a + "abc' is not a number [file 'broken.cube', line 8: '0.1000 abc 0.0500']"},
         // Two blanks make an empty token.
-        {replaced(sample, "0.9000 0.2000", "0.9000  0.2000"), "invalid_argument: ERROR while loading CUBE LUT: '' is not a number"},
-        {size("LUT_3D_SIZE  2"), "invalid_argument: ERROR while loading CUBE LUT: '' is not a size"},
-        {size("LUT_3D_SIZE 2\nDOMAIN_MAX 1 1"), "out_of_range: ERROR while loading CUBE LUT: 'DOMAIN_MAX' needs 3 values"},
+        {replaced(sample, "0.9000 0.2000", "0.9000  0.2000"), not_a + "' is not a number"},
+        {size("LUT_3D_SIZE  2"), not_a + "' is not a size"},
+        {size("LUT_3D_SIZE 2\nDOMAIN_MAX 1 1"),
+         "out_of_range: ERROR while loading CUBE LUT: 'DOMAIN_MAX' needs 3 values"},
         // Sizes that can't be a table are refused before anything is allocated: 1000000³
         // entries would be 16 EB, and the file has a few hundred bytes.
         {size("LUT_3D_SIZE 1"), "invalid_argument: ERROR while loading CUBE LUT: a size of 1 is not supported"},
@@ -79,7 +82,8 @@ TEST(ReadLutCubeFailure, EachBrokenLineGivesItsMessage)
         {size("LUT_3D_SIZE 99999999999999999999"), "out_of_range: "},
     };
     for (const auto& [text, failure] : cases)
-        EXPECT_THAT(test::failure_of([&] { read_lut_cube(text, "broken.cube"); }), StartsWith(failure)) << text.substr(0, 40);
+        EXPECT_THAT(test::failure_of([&] { read_lut_cube(text, "broken.cube"); }), StartsWith(failure))
+            << text.substr(0, 40);
 }
 
 }  // namespace

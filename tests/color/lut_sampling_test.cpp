@@ -26,14 +26,16 @@ TEST(SampleLut, TrilinearPerAxisWithTheInputAlpha)
         EXPECT_NEAR(out.b, c, 5e-7f) << i;
     }
     // 10.25 / 31 on red, 3.5 / 31 on green, 30.75 / 31 on blue.
-    const argb_float out = sample_lut(make_lut_32(grid_coordinates), {1.0f, 10.25f / 31.0f, 3.5f / 31.0f, 30.75f / 31.0f});
+    const argb_float out =
+        sample_lut(make_lut_32(grid_coordinates), {1.0f, 10.25f / 31.0f, 3.5f / 31.0f, 30.75f / 31.0f});
     EXPECT_NEAR(out.r, 10.25f, 1e-4f);
     EXPECT_NEAR(out.g, 3.5f, 1e-4f);
     EXPECT_NEAR(out.b, 30.75f, 1e-4f);
 
     // r * g * b is 1 only at the far corner of the first cell: the trilinear value at the
     // cell's centre is the mean of the eight corners, 1/8 (tetrahedral would give 1/2).
-    const lut_argb<32> product = make_lut_32([](float r, float g, float b) { return argb_float{0.0f, r * g * b, r, b}; });
+    const lut_argb<32> product =
+        make_lut_32([](float r, float g, float b) { return argb_float{0.0f, r * g * b, r, b}; });
     const float half = 0.5f / 31.0f;
     EXPECT_EQ(sample_lut(product, {1.0f, half, half, half}).r, 0.125f);
 }

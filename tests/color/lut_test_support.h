@@ -38,7 +38,10 @@ inline lut_argb<32> make_lut_32(const std::function<argb_float(float, float, flo
 /// A table of edge 32 as an export hands it to the writers.
 inline lut_argb_variable as_export(const lut_argb<32>& lut) { return {32, lut.data, ""}; }
 
-inline std::string lut_sample_path(const std::string& name) { return (hueloom_test::data_dir() / "lut" / name).string(); }
+inline std::string lut_sample_path(const std::string& name)
+{
+    return (hueloom_test::data_dir() / "lut" / name).string();
+}
 
 inline std::string read_text(const std::string& path)
 {

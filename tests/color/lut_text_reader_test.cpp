@@ -36,8 +36,9 @@ TEST(LutTextReader, LinesEndAtLineFeedsAndMessagesNameTheFileAndTheLine)
 TEST(LutTextReader, NumbersAreReadLikeTheCLibraryDoesAndSizesAreUnsignedDecimals)
 {
     const lut_text_reader reader("", "CUBE", "x.cube");
-    const std::pair<const char*, float> floats[] = {{"0.5", 0.5f},     {"  +0.25", 0.25f}, {"-1e-1", -0.1f}, {"0.75abc", 0.75f},
-                                                    {"0x1p-1", 0.5f}, {"0x", 0.0f},       {"inf", INFINITY}};
+    const std::pair<const char*, float> floats[] = {{"0.5", 0.5f},    {"  +0.25", 0.25f}, {"-1e-1", -0.1f},
+                                                    {"0.75abc", 0.75f}, {"0x1p-1", 0.5f},  {"0x", 0.0f},
+                                                    {"inf", INFINITY}};
     for (const auto& [text, value] : floats)
         EXPECT_EQ(reader.parse_float(text), value) << text;
     for (const char* text : {"", "abc", "+-1"})

@@ -18,9 +18,9 @@ TEST(PresetNames, RefusesNamesThatCouldLeaveTheFolderOrHideThemselves)
 {
     // One name for each rule: blank, a separator of either kind, "..", a control character
     // (a zero byte too), ".json" and a name too long for a file name with its extension.
-    for (const std::string& name : {std::string("   "), std::string("a/b"), std::string("back\\slash"), std::string("a..b"),
-                                    std::string("tab\tname"), std::string("a\0b", 3), std::string(".json.x"),
-                                    std::string(251, 'x')}) {
+    for (const std::string& name :
+         {std::string("   "), std::string("a/b"), std::string("back\\slash"), std::string("a..b"),
+          std::string("tab\tname"), std::string("a\0b", 3), std::string(".json.x"), std::string(251, 'x')}) {
         std::string reason;
         EXPECT_FALSE(is_acceptable_preset_name(name, reason)) << name;
         EXPECT_EQ(reason.rfind("{en:", 0), 0u) << name;

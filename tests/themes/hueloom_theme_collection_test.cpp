@@ -36,7 +36,8 @@ TEST(ThemeCollection, AddedThemesReplaceByUidAndTakePrecedenceOverTheDefault)
     collection.remove_theme(12345);
     EXPECT_EQ(collection.get_theme_by_uid(1), replacement);
     EXPECT_EQ(collection.get_default_theme(), builtin);
-    EXPECT_EQ(collection.get_theme_names(), (std::unordered_map<uint32_t, std::string>{{1, "theme 1 v5"}, {7, "theme 7 v1"}}));
+    EXPECT_EQ(collection.get_theme_names(),
+              (std::unordered_map<uint32_t, std::string>{{1, "theme 1 v5"}, {7, "theme 7 v1"}}));
     EXPECT_EQ(collection.get_theme_versions(), (std::unordered_map<uint32_t, uint32_t>{{1, 5}, {7, 1}}));
     EXPECT_EQ(collection.get_theme_version(1), 5u);
 

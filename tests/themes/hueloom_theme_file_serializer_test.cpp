@@ -224,7 +224,8 @@ TEST(ThemeUidText, HexTextBothWays)
     EXPECT_EQ(serializer::unsignedIntToHexWithPrefixAndSuffix(0xABCDEF12, nullptr, nullptr), "abcdef12");
     EXPECT_EQ(unsignedIntToHex(0x0a1b2c3d), "0a1b2c3d");
     const std::pair<const char*, unsigned int> readings[] = {
-        {"0a1b2c3d", 0x0a1b2c3du}, {"0x1F", 0x1fu}, {"  ff", 0xffu}, {"12zz", 0x12u}, {"", 0u}, {"1ffffffff", 0xffffffffu}};
+        {"0a1b2c3d", 0x0a1b2c3du}, {"0x1F", 0x1fu}, {"  ff", 0xffu},
+        {"12zz", 0x12u},           {"", 0u},        {"1ffffffff", 0xffffffffu}};
     for (const auto& [text, value] : readings)
         EXPECT_EQ(serializer::hexToUnsignedInt(text), value) << '"' << text << '"';
 }

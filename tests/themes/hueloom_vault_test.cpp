@@ -90,7 +90,8 @@ TEST_F(Vault, StoredThemesReplaceTheirFileWholeOrNotAtAll)
 
     EXPECT_FALSE(stored);
     EXPECT_EQ(test::read_bytes(appdata / "theme_00000abc.hlt"), good_bytes);
-    EXPECT_EQ(std::distance(fs::directory_iterator(appdata), fs::directory_iterator()), 1) << "no temporary file is left";
+    EXPECT_EQ(std::distance(fs::directory_iterator(appdata), fs::directory_iterator()), 1)
+        << "no temporary file is left";
     EXPECT_NE(logged.find("Theme 00000abc not stored"), std::string::npos);
 }
 
