@@ -23,23 +23,11 @@ public:
     {
         if (rng() % 4 != 0)
             return std::uniform_real_distribution<float>(low, high)(rng);
-        constexpr float edges[] = {std::numeric_limits<float>::quiet_NaN(),
-                                   std::numeric_limits<float>::infinity(),
-                                   -std::numeric_limits<float>::infinity(),
-                                   0.0f,
-                                   -0.0f,
-                                   std::numeric_limits<float>::denorm_min(),
-                                   -std::numeric_limits<float>::min(),
-                                   1.0f,
-                                   0.99999994f,
-                                   1.0000001f,
-                                   0.5f,
-                                   1.0f / 31.0f,
-                                   30.0f / 31.0f,
-                                   -1.0f,
-                                   2.0f,
-                                   1e30f,
-                                   -1e30f};
+        constexpr float inf = std::numeric_limits<float>::infinity();
+        constexpr float edges[] = {std::numeric_limits<float>::quiet_NaN(), inf, -inf, 0.0f, -0.0f,
+                                   std::numeric_limits<float>::denorm_min(), -std::numeric_limits<float>::min(),
+                                   1.0f, 0.99999994f, 1.0000001f, 0.5f, 1.0f / 31.0f, 30.0f / 31.0f, -1.0f, 2.0f,
+                                   1e30f, -1e30f};
         return edges[rng() % std::size(edges)];
     }
 
@@ -48,17 +36,11 @@ public:
         return {next(low, high), next(low, high), next(low, high), next(low, high)};
     }
 
-    std::mt19937& engine() { return rng; }
-
 private:
     std::mt19937 rng;
 };
 
-/// The same 32 bits.
-inline bool same_bits(float a, float b)
-{
-    return std::bit_cast<uint32_t>(a) == std::bit_cast<uint32_t>(b);
-}
+inline bool same_bits(float a, float b) { return std::bit_cast<uint32_t>(a) == std::bit_cast<uint32_t>(b); }
 
 inline bool same_bits(const argb_float& x, const argb_float& y)
 {
@@ -69,10 +51,7 @@ inline bool same_bits(const argb_float& x, const argb_float& y)
 /// addition are NaN, x86 keeps the payload of the first one, and a compiler may order the
 /// operands of a commutative operation either way: the payload (and sign) of a NaN made
 /// from two NaNs belongs to no rule, and no writer of a pixel or a file reads it.
-inline bool same_result(float a, float b)
-{
-    return same_bits(a, b) || (std::isnan(a) && std::isnan(b));
-}
+inline bool same_result(float a, float b) { return same_bits(a, b) || (std::isnan(a) && std::isnan(b)); }
 
 inline bool same_result(const argb_float& x, const argb_float& y)
 {

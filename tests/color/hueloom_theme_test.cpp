@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "color/hueloom_theme_v1.h"
-#include "tests/color/lut_test_tables.h"
+#include "tests/color/lut_test_support.h"
 
 namespace vl1 {
 namespace {
@@ -17,7 +17,7 @@ std::shared_ptr<const lut_argb<32>> shared_lut(lut_argb<32> lut)
 
 // A theme of slots at the given rotations; each slot's table is the identity with entry 0
 // tagged by the slot's position, so a returned slot can be recognised.
-hueloom_theme_v1 theme_at(std::initializer_list<float> rotations)
+hueloom_theme_v1 theme_at(const std::vector<float>& rotations)
 {
     hueloom_theme_v1 theme;
     float tag = 0.0f;
@@ -61,36 +61,32 @@ TEST(HueloomThemeNeighbours, NearestSlotOnEachSideWrappingRoundTheCircle)
     EXPECT_EQ(tag_of(wrapped.upper), 0.0f);
 }
 
-TEST(HueloomThemeExactFit, FirstSlotWithinTheRelativeTolerance)
+TEST(HueloomThemeExactFit, FirstSlotWithinAToleranceAbsoluteNearZeroAndRelativeElsewhere)
 {
-    const hueloom_theme_v1 theme = theme_at({100.0f, 300.0f, 300.002f});
-    EXPECT_EQ(tag_of(theme.get_exact_fit_if_exists_by_angle(300.0f)), 1.0f);
-    EXPECT_EQ(tag_of(theme.get_exact_fit_if_exists_by_angle(300.002f)), 1.0f);
-    // At 300 the tolerance is about 0.003 degrees.
-    EXPECT_EQ(tag_of(theme.get_exact_fit_if_exists_by_angle(299.996f)), -1.0f);
+    const hueloom_theme_v1 theme = theme_at({100.0f, 300.0f, 300.002f, 0.0f});
+    // At 300 the tolerance is about 0.003 degrees, at 0 it is 1e-5.
+    const std::pair<float, float> fits[] = {{300.0f, 1.0f}, {300.002f, 1.0f}, {299.996f, -1.0f},
+                                            {1e-5f, 3.0f},  {2e-5f, -1.0f},   {std::nanf(""), -1.0f}};
+    for (const auto& [angle, tag] : fits)
+        EXPECT_EQ(tag_of(theme.get_exact_fit_if_exists_by_angle(angle)), tag) << angle;
     const theme_lut_slot none = theme.get_exact_fit_if_exists_by_angle(200.0f);
     EXPECT_EQ(none.lut, nullptr);
     EXPECT_EQ(none.rotation, -1.0f);
 }
 
-TEST(HueloomThemeFloatEqual, AbsoluteNearZeroRelativeElsewhere)
+TEST(HueloomThemeConsistency, TwoSlotsOrAFirstGapOfTwoDegrees)
 {
-    EXPECT_TRUE(hueloom_theme_v1::floatEqual(0.0f, 1e-5f));
-    EXPECT_FALSE(hueloom_theme_v1::floatEqual(0.0f, 2e-5f));
-    EXPECT_TRUE(hueloom_theme_v1::floatEqual(1000.0f, 1000.009f));
-    EXPECT_FALSE(hueloom_theme_v1::floatEqual(1000.0f, 1000.02f));
-    EXPECT_FALSE(hueloom_theme_v1::floatEqual(1.0f, std::nanf("")));
-}
-
-TEST(HueloomThemeConsistency, OnlyTheFirstGapOfThreeOrMoreSlotsCounts)
-{
-    EXPECT_FALSE(theme_at({}).is_self_consistent());
-    EXPECT_FALSE(theme_at({10.0f}).is_self_consistent());
-    EXPECT_TRUE(theme_at({10.0f, 10.5f}).is_self_consistent());
-    EXPECT_TRUE(theme_at({30.0f, 10.0f}).is_self_consistent());
-    EXPECT_FALSE(theme_at({10.0f, 11.0f, 100.0f}).is_self_consistent());
-    EXPECT_TRUE(theme_at({10.0f, 12.0f, 12.5f}).is_self_consistent());
-    EXPECT_FALSE(theme_at({30.0f, 10.0f, 100.0f}).is_self_consistent());
+    const std::pair<std::vector<float>, bool> cases[] = {
+        {{}, false},
+        {{10.0f}, false},
+        {{10.0f, 10.5f}, true},
+        {{30.0f, 10.0f}, true},
+        {{10.0f, 11.0f, 100.0f}, false},
+        {{10.0f, 12.0f, 12.5f}, true},
+        {{30.0f, 10.0f, 100.0f}, false},
+    };
+    for (const auto& [rotations, consistent] : cases)
+        EXPECT_EQ(theme_at(rotations).is_self_consistent(), consistent) << rotations.size() << " slots";
 }
 
 // A slot whose table deviates from the quotient identity by `red` and `green` on every
@@ -103,7 +99,7 @@ theme_lut_slot offset_slot(float rotation, float red, float green)
     return {shared_lut(std::move(lut)), rotation};
 }
 
-TEST(HueloomThemeBlending, NeighboursWeighByTheirDistanceAcrossZero)
+TEST(HueloomThemeBlending, NeighboursWeighByTheirDistanceAcrossZeroAndStrengthScales)
 {
     struct blend_case {
         std::vector<theme_lut_slot> slots;
@@ -119,6 +115,8 @@ TEST(HueloomThemeBlending, NeighboursWeighByTheirDistanceAcrossZero)
         // An exact fit uses that slot alone.
         {{offset_slot(0.0f, 0.6f, 0.0f), offset_slot(300.0f, 0.0f, 0.6f), offset_slot(330.0f, 0.3f, 0.3f)}, 300.001f,
          0.75f, 0.0f, 0.6f * 0.75f},
+        // Strength zero keeps the identity.
+        {{offset_slot(0.0f, 0.6f, 0.2f), offset_slot(180.0f, 0.1f, 0.6f)}, 90.0f, 0.0f, 0.0f, 0.0f},
     };
     for (const blend_case& c : cases) {
         hueloom_theme_v1 theme;
@@ -130,16 +128,12 @@ TEST(HueloomThemeBlending, NeighboursWeighByTheirDistanceAcrossZero)
     }
 }
 
-TEST(HueloomThemeBlending, StrengthZeroKeepsTheIdentityAndEqualRotationsLeaveNoNan)
+TEST(HueloomThemeBlending, EqualRotationsLeaveNoNan)
 {
-    hueloom_theme_v1 theme;
-    theme.luts = {offset_slot(0.0f, 0.6f, 0.2f), offset_slot(180.0f, 0.1f, 0.6f)};
-    lut_argb<32> lut;
-    theme.apply_theme_luts(lut, 90.0f, 0.0f);
-    EXPECT_TRUE(lut.data == lut_argb<32>().data);
-
     // Same rotation twice: span 0, the weights are 0/0. The clamp turns them into limits.
+    hueloom_theme_v1 theme;
     theme.luts = {offset_slot(40.0f, 0.6f, 0.0f), offset_slot(40.0f, 0.0f, 0.6f)};
+    lut_argb<32> lut;
     theme.apply_theme_luts(lut, 100.0f, 1.0f);
     for (const argb_float& e : lut.data)
         ASSERT_TRUE(e == e);

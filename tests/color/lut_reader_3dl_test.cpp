@@ -2,17 +2,14 @@
 #include <gtest/gtest.h>
 
 #include "color/lut_reader_3dl.h"
-#include "tests/color/lut_test_files.h"
+#include "tests/color/lut_test_support.h"
 
 namespace vl1 {
 namespace {
 
 using test::read_lut_sample;
 using test::replaced;
-using ::testing::HasSubstr;
 using ::testing::StartsWith;
-
-constexpr const char* too_few = "ERROR while loading 3DL LUT: Less values than needed.";
 
 TEST(ReadLut3dl, BlueRunsFastestAndTenBitValuesDivideByOneThousandTwentyFour)
 {
@@ -51,34 +48,30 @@ TEST(ReadLut3dl, DivisorComesFromTheLargestValueAndTheShaper)
         // Comments and lines of fewer than three values in the data are skipped.
         {"comments", replaced(sample, "100 200 350\n", "# note\n100 200\n100 200 350 7\n"), 1,
          {1.0f, 100.0f / 1024.0f, 200.0f / 1024.0f, 350.0f / 1024.0f}},
+        // Text behind a number is ignored, as by the C library's conversion.
+        {"text behind a number", replaced(sample, "900 600 350", "900 6o0 350"), 7,
+         {1.0f, 900.0f / 1024.0f, 6.0f / 1024.0f, 350.0f / 1024.0f}},
     };
     for (const scale_case& c : cases)
         EXPECT_EQ(read_lut_3dl(c.text, "x.3dl").data.at(c.index), c.expected) << c.what;
 }
 
-TEST(ReadLut3dl, LastLineWithoutLineFeedFails)
-{
-    try {
-        read_lut_3dl(read_lut_sample("no_final_line_feed.3dl"), "no_final_line_feed.3dl");
-        FAIL() << "loaded";
-    } catch (const std::logic_error& e) {
-        EXPECT_THAT(e.what(), StartsWith(too_few));
-        EXPECT_THAT(e.what(), HasSubstr("line 9: '1023 1023 1023'"));
-    }
-}
-
 TEST(ReadLut3dl, BrokenFilesAreRefused)
 {
     const std::string sample = read_lut_sample("asym_2.3dl");
-    EXPECT_THROW(read_lut_3dl(replaced(sample, "900 600 350\n", ""), "x.3dl"), std::logic_error);
-    // Text behind a number is ignored, as by the C library's conversion.
-    EXPECT_EQ(read_lut_3dl(replaced(sample, "900 600 350", "900 6o0 350"), "x.3dl").data.back().g, 6.0f / 1024.0f);
-    EXPECT_THROW(read_lut_3dl(replaced(sample, "900 600 350", "900 x 350"), "x.3dl"), std::invalid_argument);
-    // A white-space-only header line (a bare carriage return) is empty after trimming.
-    EXPECT_THROW(read_lut_3dl(replaced(sample, "3DMESH\n", "3DMESH\n\r\n"), "x.3dl"), std::out_of_range);
-    // One shaper token is an edge of 1.
-    EXPECT_THROW(read_lut_3dl(replaced(sample, "0 1023", "1023"), "x.3dl"), std::invalid_argument);
-    EXPECT_THROW(read_lut_3dl("", "empty.3dl"), std::logic_error);
+    const std::string too_few = "logic_error: ERROR while loading 3DL LUT: Less values than needed.";
+    const std::pair<std::string, std::string> cases[] = {
+        {read_lut_sample("no_final_line_feed.3dl"), too_few + " [file 'x.3dl', line 9: '1023 1023 1023']"},
+        {replaced(sample, "900 600 350\n", ""), too_few},
+        {"", too_few},
+        {replaced(sample, "900 600 350", "900 x 350"), "invalid_argument: "},
+        // A white-space-only header line (a bare carriage return) is empty after trimming.
+        {replaced(sample, "3DMESH\n", "3DMESH\n\r\n"), "out_of_range: "},
+        // One shaper token is an edge of 1.
+        {replaced(sample, "0 1023", "1023"), "invalid_argument: "},
+    };
+    for (const auto& [text, failure] : cases)
+        EXPECT_THAT(test::failure_of([&] { read_lut_3dl(text, "x.3dl"); }), StartsWith(failure)) << text;
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include "color/argb_float_ops.h"
 #include "color/lut_resample.h"
-#include "tests/color/lut_test_tables.h"
+#include "tests/color/lut_test_support.h"
 
 namespace vl1 {
 namespace {
@@ -29,7 +29,7 @@ TEST(ResampleLutTo32, SeventeenPointsReachTheirLastEntryAtIndexThirtyOne)
     EXPECT_EQ(mid.b, 16.0f);
 }
 
-TEST(ResampleLutTo32, EveryEdgeKeepsALinearTableLinear)
+TEST(ResampleLutTo32, EveryEdgeKeepsALinearTableLinearAndThirtyTwoIsCopiedBitForBit)
 {
     for (const std::size_t edge : {2u, 3u, 17u, 33u, 65u}) {
         const lut_argb<32> out = resample_lut_to_32(make_lut_variable(edge, coordinates));
@@ -40,14 +40,9 @@ TEST(ResampleLutTo32, EveryEdgeKeepsALinearTableLinear)
             ASSERT_NEAR(e.g, static_cast<float>(31 - i) * scale, 2e-5f * static_cast<float>(edge)) << edge;
         }
     }
-}
-
-TEST(ResampleLutTo32, EdgeThirtyTwoIsCopiedBitForBit)
-{
     lut_argb_variable source = make_lut_variable(32, coordinates);
     source.data[5] = {0.1f, -3.0f, 1e30f, 0.3f};
-    const lut_argb<32> out = resample_lut_to_32(source);
-    EXPECT_TRUE(out.data == source.data);
+    EXPECT_TRUE(resample_lut_to_32(source).data == source.data);
 }
 
 TEST(ResampleLutTo17, ThirtyTwoPointsMapToFileIndices)

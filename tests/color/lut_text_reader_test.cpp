@@ -1,4 +1,3 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <clocale>
@@ -8,17 +7,14 @@
 #include "color/lut_reader_cube.h"
 #include "color/lut_text_reader.h"
 #include "color/lut_writer_cube.h"
-#include "tests/color/lut_writer_test_support.h"
-#include "tests/support/test_paths.h"
+#include "tests/color/lut_test_support.h"
 
 namespace vl1 {
 namespace {
 
-using ::testing::HasSubstr;
-
-TEST(LutTextReader, LinesEndAtLineFeedsAndTheLastMarksTheEnd)
+TEST(LutTextReader, LinesEndAtLineFeedsAndMessagesNameTheFileAndTheLine)
 {
-    lut_text_reader reader("a\r\n\nb", "CUBE", "x.cube");
+    lut_text_reader reader("a\r\n\nb", "3DL", "dir/a.3dl");
     std::string line;
     ASSERT_TRUE(reader.next_line(line));
     EXPECT_EQ(line, "a\r");
@@ -28,46 +24,31 @@ TEST(LutTextReader, LinesEndAtLineFeedsAndTheLastMarksTheEnd)
     ASSERT_TRUE(reader.next_line(line));
     EXPECT_EQ(line, "b");
     EXPECT_TRUE(reader.reached_end());
-    EXPECT_FALSE(reader.next_line(line));
-}
-
-TEST(LutTextReader, FloatsAreReadLikeTheCLibraryDoes)
-{
-    const lut_text_reader reader("", "CUBE", "x.cube");
-    EXPECT_EQ(reader.parse_float("0.5"), 0.5f);
-    EXPECT_EQ(reader.parse_float("  +0.25"), 0.25f);
-    EXPECT_EQ(reader.parse_float("-1e-1"), -0.1f);
-    EXPECT_EQ(reader.parse_float("0.75abc"), 0.75f);
-    EXPECT_EQ(reader.parse_float("0x1p-1"), 0.5f);
-    EXPECT_EQ(reader.parse_float("0x"), 0.0f);
-    EXPECT_TRUE(std::isinf(reader.parse_float("inf")));
-    EXPECT_THROW(reader.parse_float(""), std::invalid_argument);
-    EXPECT_THROW(reader.parse_float("abc"), std::invalid_argument);
-    EXPECT_THROW(reader.parse_float("+-1"), std::invalid_argument);
-    EXPECT_THROW(reader.parse_float("1e50"), std::out_of_range);
-}
-
-TEST(LutTextReader, SizesAreUnsignedDecimals)
-{
-    const lut_text_reader reader("", "CUBE", "x.cube");
-    EXPECT_EQ(reader.parse_size("33"), 33u);
-    EXPECT_EQ(reader.parse_size(" +17x"), 17u);
-    EXPECT_THROW(reader.parse_size("-1"), std::invalid_argument);
-    EXPECT_THROW(reader.parse_size("x"), std::invalid_argument);
-}
-
-TEST(LutTextReader, EveryMessageHasTheSameShape)
-{
-    lut_text_reader reader("first\nsecond line\n", "3DL", "dir/a.3dl");
-    std::string line;
-    reader.next_line(line);
-    reader.next_line(line);
     try {
         reader.fail<std::logic_error>("Something is wrong.");
         FAIL();
     } catch (const std::logic_error& e) {
-        EXPECT_STREQ(e.what(), "ERROR while loading 3DL LUT: Something is wrong. [file 'dir/a.3dl', line 2: 'second line']");
+        EXPECT_STREQ(e.what(), "ERROR while loading 3DL LUT: Something is wrong. [file 'dir/a.3dl', line 3: 'b']");
     }
+    EXPECT_FALSE(reader.next_line(line));
+}
+
+TEST(LutTextReader, NumbersAreReadLikeTheCLibraryDoesAndSizesAreUnsignedDecimals)
+{
+    const lut_text_reader reader("", "CUBE", "x.cube");
+    const std::pair<const char*, float> floats[] = {{"0.5", 0.5f},    {"  +0.25", 0.25f}, {"-1e-1", -0.1f},
+                                                    {"0.75abc", 0.75f}, {"0x1p-1", 0.5f},  {"0x", 0.0f},
+                                                    {"inf", INFINITY}};
+    for (const auto& [text, value] : floats)
+        EXPECT_EQ(reader.parse_float(text), value) << text;
+    for (const char* text : {"", "abc", "+-1"})
+        EXPECT_THROW(reader.parse_float(text), std::invalid_argument) << text;
+    EXPECT_THROW(reader.parse_float("1e50"), std::out_of_range);
+
+    EXPECT_EQ(reader.parse_size("33"), 33u);
+    EXPECT_EQ(reader.parse_size(" +17x"), 17u);
+    EXPECT_THROW(reader.parse_size("-1"), std::invalid_argument);
+    EXPECT_THROW(reader.parse_size("x"), std::invalid_argument);
 }
 
 // Restores the process locale when the test ends.

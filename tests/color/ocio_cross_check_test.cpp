@@ -16,8 +16,7 @@
 #include "color/lut_sampling.h"
 #include "color/lut_writer_3dl.h"
 #include "color/lut_writer_cube.h"
-#include "tests/color/lut_test_tables.h"
-#include "tests/support/test_paths.h"
+#include "tests/color/lut_test_support.h"
 
 namespace OCIO = OCIO_NAMESPACE;
 
@@ -76,32 +75,18 @@ lut_argb<32> multilinear_table()
     });
 }
 
-lut_argb_variable as_export(const lut_argb<32>& lut)
+TEST(OcioReadsOurFiles, WithinWhatTheNumberFormatLoses)
 {
-    lut_argb_variable v;
-    v.edge = 32;
-    v.data = lut.data;
-    return v;
-}
-
-TEST(OcioReadsOurFiles, CubeAgreesWithinFourDecimals)
-{
+    const lut_argb<32> table = multilinear_table();
+    const std::filesystem::path dir = hueloom_test::make_temp_dir();
     // The .cube values carry four decimals: each is off by at most 5e-5, and trilinear
     // weights add up to 1, so the applied result is too; 1e-4 leaves room for float rounding.
-    const lut_argb<32> table = multilinear_table();
-    const std::string path = (hueloom_test::make_temp_dir() / "ours.cube").string();
-    ASSERT_TRUE(write_lut_cube(as_export(table), path, "", ""));
-    EXPECT_LT(largest_difference(ocio_file_lut(path), table), 1e-4f);
-}
-
-TEST(OcioReadsOurFiles, ThreeDlAgreesWithinOneTenBitStep)
-{
+    ASSERT_TRUE(write_lut_cube(test::as_export(table), (dir / "ours.cube").string(), "", ""));
+    EXPECT_LT(largest_difference(ocio_file_lut((dir / "ours.cube").string()), table), 1e-4f);
     // The .3dl values are channel * 1023 truncated, up to one code (1/1023) low, which OCIO
     // divides by 1023 again: the results differ by less than 1/1023.
-    const lut_argb<32> table = multilinear_table();
-    const std::string path = (hueloom_test::make_temp_dir() / "ours.3dl").string();
-    ASSERT_TRUE(write_lut_3dl(as_export(table), path, "", ""));
-    const float worst = largest_difference(ocio_file_lut(path), table);
+    ASSERT_TRUE(write_lut_3dl(test::as_export(table), (dir / "ours.3dl").string(), "", ""));
+    const float worst = largest_difference(ocio_file_lut((dir / "ours.3dl").string()), table);
     EXPECT_LT(worst, 1.0f / 1023.0f);
     EXPECT_GT(worst, 0.0f);
 }
@@ -120,51 +105,42 @@ std::string bake(const std::string& format, int cube_size, const std::string& fi
     return path.string();
 }
 
-class OurReaderOnBakedFiles : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        if (std::string(HUELOOM_OCIOBAKELUT).empty())
-            GTEST_SKIP() << "ociobakelut (opencolorio-tools) is not installed";
+TEST(OurReaderOnBakedFiles, AgreesWithOcioWithinWhatTheFormatAndTheResamplingExplain)
+{
+    if (std::string(HUELOOM_OCIOBAKELUT).empty())
+        GTEST_SKIP() << "ociobakelut (opencolorio-tools) is not installed";
+    struct baked_case {
+        const char* format;
+        int size;
+        const char* file_name;
+        float below, above;
+    };
+    const baked_case cases[] = {
+        // Both sides interpolate the same 32-point grid read from the same six-decimal text;
+        // only the order of float operations differs.
+        {"iridas_cube", 32, "baked.cube", 1e-6f, 0.0f},
+        // 12-bit codes: our reader divides by 4096 (top + 1), OCIO by 4095, so a value v reads
+        // v / 4096 here against v / 4095 there, at most 1/4096 apart, and the divisor shows;
+        // nothing is resampled at 32 points.
+        {"flame", 32, "baked.3dl", 1.0f / 4096.0f, 1e-6f},
+        // 33 points resampled to 32: our table is a second piecewise-linear approximation on a
+        // grid that doesn't line up with the file's, off from OCIO's by a fraction of the change
+        // of slope within a cell (a few 1e-4 for these power curves near black), plus the
+        // divisor's 1/4096.
+        {"lustre", 33, "baked33.3dl", 1e-3f, 0.0f},
+    };
+    for (const baked_case& c : cases) {
+        SCOPED_TRACE(c.file_name);
+        const std::string path = bake(c.format, c.size, c.file_name);
+        ASSERT_FALSE(path.empty());
+        const auto ours = load_lut_from_file_or_resource("", path);
+        ASSERT_TRUE(ours);
+        const float worst = largest_difference(ocio_file_lut(path), *ours);
+        EXPECT_LT(worst, c.below);
+        if (c.above > 0.0f) {
+            EXPECT_GT(worst, c.above) << "the divisor of 4096 should show";
+        }
     }
-};
-
-TEST_F(OurReaderOnBakedFiles, CubeOfThirtyTwoPointsAgreesToFloatRounding)
-{
-    // Both sides interpolate the same 32-point grid read from the same six-decimal text;
-    // only the order of float operations differs.
-    const std::string path = bake("iridas_cube", 32, "baked.cube");
-    ASSERT_FALSE(path.empty());
-    const auto ours = load_lut_from_file_or_resource("", path);
-    ASSERT_TRUE(ours);
-    EXPECT_LT(largest_difference(ocio_file_lut(path), *ours), 1e-6f);
-}
-
-TEST_F(OurReaderOnBakedFiles, TwelveBitThreeDlDiffersOnlyByTheDivisor)
-{
-    // 12-bit codes: our reader divides by 4096 (top + 1), OCIO by 4095, so a value v reads
-    // v / 4096 here against v / 4095 there, at most 1/4096 apart; nothing is resampled at 32
-    // points.
-    const std::string path = bake("flame", 32, "baked.3dl");
-    ASSERT_FALSE(path.empty());
-    const auto ours = load_lut_from_file_or_resource("", path);
-    ASSERT_TRUE(ours);
-    const float worst = largest_difference(ocio_file_lut(path), *ours);
-    EXPECT_LT(worst, 1.0f / 4096.0f);
-    EXPECT_GT(worst, 1e-6f) << "the divisor of 4096 should show";
-}
-
-TEST_F(OurReaderOnBakedFiles, ResampledThirtyThreePointThreeDlStaysClose)
-{
-    // 33 points resampled to 32: our table is a second piecewise-linear approximation on a
-    // grid that doesn't line up with the file's, off from OCIO's by a fraction of the change
-    // of slope within a cell (a few 1e-4 for these power curves near black), plus the
-    // divisor's 1/4096.
-    const std::string path = bake("lustre", 33, "baked33.3dl");
-    ASSERT_FALSE(path.empty());
-    const auto ours = load_lut_from_file_or_resource("", path);
-    ASSERT_TRUE(ours);
-    EXPECT_LT(largest_difference(ocio_file_lut(path), *ours), 1e-3f);
 }
 
 }  // namespace

@@ -10,7 +10,7 @@
 #include "color/lut_sampling.h"
 #include "color/theme_modifiers.h"
 #include "tests/color/float_edge_values.h"
-#include "tests/color/lut_test_tables.h"
+#include "tests/color/lut_test_support.h"
 
 namespace vl1 {
 namespace {
@@ -35,21 +35,6 @@ lut_argb<32> graded()
     return test::make_lut_32([](float r, float g, float b) {
         return argb_float{1.0f, std::min(1.0f, r / 31.0f * 0.8f + 0.2f), g / 31.0f * 0.9f, b / 31.0f * 0.5f};
     });
-}
-
-TEST(ThemeModifiers, NeutralFactorsKeepTheTableAndZeroFactorsGiveTheIdentity)
-{
-    hueloom_theme_v1 theme;
-    const lut_argb<32> before = graded();
-    lut_argb<32> lut = before;
-    theme.apply_theme_modifiers(lut, 1.0f, 1.0f, 1.0f);
-    for (std::size_t i = 0; i < lut.data.size(); ++i) {
-        ASSERT_NEAR(lut.data[i].r, before.data[i].r, 2e-5f) << i;  // up to one HSL trip
-        ASSERT_NEAR(lut.data[i].g, before.data[i].g, 2e-5f) << i;
-        ASSERT_NEAR(lut.data[i].b, before.data[i].b, 2e-5f) << i;
-    }
-    theme.apply_theme_modifiers(lut, 0.0f, 0.0f, 0.0f);
-    expect_identity(lut, 2e-6f);
 }
 
 TEST(ThemeModifiers, HueTurnsTheShorterWayAndGreysKeepNoHue)
@@ -91,11 +76,20 @@ hueloom_theme_v1 two_slot_theme()
     return theme;
 }
 
-TEST(ApplyTheme, StrengthZeroIsNeutralWithoutPostProcessing)
+TEST(ApplyTheme, StrengthZeroOrAnInconsistentThemeLeaveTheIdentity)
 {
     lut_argb<32> lut;
     two_slot_theme().apply_theme(lut, 45.0f, 0.0f, 1.0f, 1.0f, 1.0f);
     expect_identity(lut, 2e-6f);
+
+    // Three slots whose first gap is below 2 degrees: nothing at all is applied.
+    hueloom_theme_v1 theme = two_slot_theme();
+    theme.luts.push_back(theme.luts[0]);
+    theme.luts[1].rotation = 1.0f;
+    theme.post_processing_lut = std::make_shared<const lut_argb<32>>(graded());
+    lut = lut_argb<32>();
+    theme.apply_theme(lut, 90.0f, 1.0f, 2.0f, 2.0f, 2.0f);
+    expect_identity(lut, 0.0f);
 }
 
 TEST(ApplyTheme, PostProcessingAppliesInFullAfterTheRefinements)
@@ -111,17 +105,6 @@ TEST(ApplyTheme, PostProcessingAppliesInFullAfterTheRefinements)
     EXPECT_NEAR(lut.data[0].r, 1.0f, 1e-5f);
     EXPECT_NEAR(lut.data[red_corner].r, 0.0f, 1e-5f);
     EXPECT_NEAR(lut.data[lut_index(32, 0, 31, 0)].g, 1.0f, 1e-5f);
-}
-
-TEST(ApplyTheme, InconsistentThemeLeavesTheTableUntouched)
-{
-    hueloom_theme_v1 theme = two_slot_theme();
-    theme.luts.push_back(theme.luts[0]);
-    theme.luts[1].rotation = 1.0f;  // first gap below 2 with three slots
-    theme.post_processing_lut = std::make_shared<const lut_argb<32>>(graded());
-    lut_argb<32> lut;
-    theme.apply_theme(lut, 90.0f, 1.0f, 2.0f, 2.0f, 2.0f);
-    expect_identity(lut, 0.0f);
 }
 
 // The refinement rule for one entry in its plainest form: both colours to HSL, each property's

@@ -12,27 +12,12 @@ namespace {
 
 using effect_test::make_component;
 using effect_test::make_theme;
+using effect_test::param_of;
 using effect_test::set_param;
 
 constexpr std::size_t flag_at = 8 + 48 * 6;
 
-float param_of(hueloom& fx, const char* name)
-{
-    return fx.get_parameter(std::string(name))->get_param_value().value.f;
-}
-
-TEST(HueloomState, WithoutAThemeTheFlagIsZeroAndTheRecordEmpty)
-{
-    auto fx = make_component();
-    fx->set_current_theme_by_uuid(0x0badf00d);
-    const auto state = fx->get_state();
-    ASSERT_EQ(state.size(), fx->get_state_size());
-    EXPECT_EQ(state[flag_at], 0);
-    for (std::size_t i = flag_at; i < state.size(); i += 4099)
-        ASSERT_EQ(state[i], 0) << i;
-}
-
-TEST(HueloomState, RoundTripCarriesParametersAndTheme)
+TEST(HueloomState, RoundTripCarriesParametersAndThemeAndNoThemeLeavesTheRecordEmpty)
 {
     auto theme = make_theme(0x5a7e0001, "Round trip");
     hueloom::get_vault()->get_theme_collection()->add_or_replace_theme(theme);
@@ -41,6 +26,7 @@ TEST(HueloomState, RoundTripCarriesParametersAndTheme)
     set_param(*first, "Angle", 123.5f);
     set_param(*first, "Strength", 42.0f);
     auto state = first->get_state();
+    ASSERT_EQ(state.size(), first->get_state_size());
     EXPECT_EQ(state[flag_at], 1);
 
     auto second = make_component();
@@ -52,6 +38,15 @@ TEST(HueloomState, RoundTripCarriesParametersAndTheme)
     EXPECT_EQ(second->get_current_theme_uuid(), theme->uid);
     // The collection's object comes back, wheel picture and all.
     EXPECT_EQ(second->get_current_theme(), hueloom::get_vault()->get_theme_collection()->get_theme_by_uid(theme->uid));
+
+    // Without a theme the flag is zero and the record empty, the size the same.
+    auto bare = make_component();
+    bare->set_current_theme_by_uuid(0x0badf00d);
+    state = bare->get_state();
+    ASSERT_EQ(state.size(), bare->get_state_size());
+    EXPECT_EQ(state[flag_at], 0);
+    for (std::size_t i = flag_at; i < state.size(); i += 4099)
+        ASSERT_EQ(state[i], 0) << i;
 }
 
 TEST(HueloomState, AMissingThemeIsTakenFromAHostStateButRefusedFromAPreset)

@@ -13,14 +13,10 @@ namespace vl1 {
 namespace {
 
 using effect_test::make_theme;
+using effect_test::param_of;
 using effect_test::set_param;
 
 constexpr std::size_t ring_budget = 10u * 1024 * 1024;
-
-float param_of(hueloom& fx, const char* name)
-{
-    return fx.get_parameter(std::string(name))->get_param_value().value.f;
-}
 
 /// An effect with the built-in theme current and an open editor.
 std::shared_ptr<hueloom> editing_effect()

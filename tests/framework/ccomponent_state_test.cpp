@@ -70,34 +70,26 @@ TEST(ComponentState, RoundTripSetsValuesWithTheCallersFlag)
     EXPECT_EQ(r.host->count(event_param_changed), 0);
 }
 
-TEST(ComponentState, UnusedValueBytesTravelThroughTheBlob)
+TEST(ComponentState, RecordsKeepTheirUnusedValueBytesButLiveBoundsAndDefaultWin)
 {
     auto r = make_rig();
-    param_value v = r.param("Bypass")->get_param_value();
-    v.value.b = 1;
+    param_value bypass = r.param("Bypass")->get_param_value();
+    bypass.value.b = 1;
     for (int i = 1; i < 16; ++i)
-        v.value.bytes[i] = static_cast<uint8_t>(0xa0 + i);
-    auto blob = header(1);
-    append_record(blob, v, uid("Bypass"));
+        bypass.value.bytes[i] = static_cast<uint8_t>(0xa0 + i);
+    auto blob = header(2);
+    append_record(blob, bypass, uid("Bypass"));
+    append_record(blob, param_value::make_integral(-100, 100, 50, 42), uid("Steps"));
     ASSERT_TRUE(r.component->set_state(blob, false));
 
+    EXPECT_TRUE(r.component->get_bypass());
     const auto saved = r.component->get_state();
     const param_value back = param_value_from_bytes(saved.data() + 8 + 2 * 48);
-    EXPECT_EQ(std::memcmp(back.value.bytes, v.value.bytes, 16), 0);
-    EXPECT_TRUE(r.component->get_bypass());
-}
-
-TEST(ComponentState, LiveBoundsAndDefaultWin)
-{
-    auto r = make_rig();
-    param_value v = param_value::make_integral(-100, 100, 50, 42);
-    auto blob = header(1);
-    append_record(blob, v, uid("Steps"));
-    ASSERT_TRUE(r.component->set_state(blob, false));
-    const param_value live = r.param("Steps")->get_param_value();
-    EXPECT_EQ(live.value.i, 5);
-    EXPECT_EQ(live.min.i, -5);
-    EXPECT_EQ(live.default_value.i, 1);
+    EXPECT_EQ(std::memcmp(back.value.bytes, bypass.value.bytes, 16), 0);
+    const param_value steps = r.param("Steps")->get_param_value();
+    EXPECT_EQ(steps.value.i, 5);
+    EXPECT_EQ(steps.min.i, -5);
+    EXPECT_EQ(steps.default_value.i, 1);
 }
 
 TEST(ComponentState, MalformedBlobsAreRefusedOrReadSafely)

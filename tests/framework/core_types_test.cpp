@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
 
 #include "framework/param_value.h"
 #include "framework/uid.h"
-#include "tests/framework/fixtures.h"
 
 namespace vl1 {
 namespace {
@@ -19,23 +19,6 @@ TEST(Uid, Fnv1aKnownVectors)
     // Bytes above 0x7f hash as unsigned bytes.
     EXPECT_EQ(fnv1a_32("\xff"), (0x811c9dc5u ^ 0xffu) * 16777619u);
     static_assert(fnv1a_32("a") == 0xe40c292cu, "usable at compile time");
-}
-
-TEST(Uid, QueryInterfaceMatchesOnlyItsOwnClass)
-{
-    auto r = fwtest::make_rig();
-    iobject* out = reinterpret_cast<iobject*>(1);
-
-    EXPECT_TRUE(r.host->query_interface("chost_v1", &out));
-    EXPECT_EQ(out, r.host.get());
-    EXPECT_FALSE(r.component->query_interface("chost_v1", &out));
-    EXPECT_EQ(out, nullptr);
-    EXPECT_FALSE(r.param("Amount")->query_interface("chost_v1", &out));
-
-    EXPECT_TRUE(r.component->query_interface("ccomponent_v1", &out));
-    EXPECT_EQ(out, static_cast<iobject*>(r.component.get()));
-    EXPECT_TRUE(r.param("Tint")->query_interface("cparameter_v1", &out));
-    EXPECT_FALSE(r.host->query_interface("chost_v2", &out));
 }
 
 TEST(ParamValue, StoredLayoutIsLittleEndianWithoutPadding)

@@ -10,21 +10,7 @@ namespace {
 
 using fwtest::make_rig;
 
-TEST(Parameter, FreshParameterHoldsDefaultAndIsClean)
-{
-    auto r = make_rig([](fwtest::test_component& c) {
-        // A default outside the bounds: the value is clamped, the default kept.
-        c.add_parameter(std::make_shared<cparameter_continuous_v1>(c.self(), "Gain", 0.0f, 1.0f, 2.0f));
-    });
-    auto gain = r.param<cparameter_continuous_v1>("Gain");
-    EXPECT_EQ(gain->get_value(), 1.0f);
-    EXPECT_EQ(gain->get_param_value().default_value.f, 2.0f);
-    EXPECT_FALSE(gain->is_dirty());
-    EXPECT_FALSE(gain->get_is_default());
-    EXPECT_TRUE(gain->get_is_reset());
-}
-
-TEST(Parameter, ClampsIntoBoundsAndNotifiesOnce)
+TEST(Parameter, ClampsIntoItsBoundsAndNotifiesOnce)
 {
     auto r = make_rig();
     auto amount = r.param<cparameter_continuous_v1>("Amount");
@@ -41,18 +27,14 @@ TEST(Parameter, ClampsIntoBoundsAndNotifiesOnce)
     steps->set_value(-9, true);
     EXPECT_EQ(steps->get_value(), -5);
     EXPECT_EQ(r.host->count(event_param_set_by_host), 1);
-}
 
-TEST(Parameter, BoundsThatCountAreThoseInsideTheValue)
-{
-    auto r = make_rig();
-    auto amount = r.param("Amount");
+    // The bounds that count are those inside the value: all 44 bytes are taken.
     param_value v = amount->get_param_value();
     v.max.f = 10.0f;
     v.value.f = 5.0f;
     amount->set_param_value(v, false);
     EXPECT_EQ(amount->get_param_value().value.f, 5.0f);
-    EXPECT_EQ(amount->get_param_value().max.f, 10.0f);  // all 44 bytes are taken
+    EXPECT_EQ(amount->get_param_value().max.f, 10.0f);
 }
 
 TEST(Parameter, SameValueTwiceRaisesTwoEventsButMovesTheControlOnce)
@@ -118,7 +100,18 @@ TEST(Parameter, DisabledParameterAcceptsNothingAndEnablingIsReportedOnChange)
 
 TEST(Parameter, ResetFlagAndDirtyFollowTheValue)
 {
-    auto r = make_rig();
+    auto r = make_rig([](fwtest::test_component& c) {
+        fwtest::add_standard_parameters(c);
+        // A default outside the bounds: the value is clamped, the default kept.
+        c.add_parameter(std::make_shared<cparameter_continuous_v1>(c.self(), "Gain", 0.0f, 1.0f, 2.0f));
+    });
+    auto gain = r.param<cparameter_continuous_v1>("Gain");
+    EXPECT_EQ(gain->get_value(), 1.0f);
+    EXPECT_EQ(gain->get_param_value().default_value.f, 2.0f);
+    EXPECT_FALSE(gain->is_dirty());
+    EXPECT_FALSE(gain->get_is_default());
+    EXPECT_TRUE(gain->get_is_reset());
+
     auto steps = r.param<cparameter_integral_v1>("Steps");
     steps->set_value(3, false);
     EXPECT_TRUE(steps->is_dirty());
@@ -136,7 +129,10 @@ TEST(Parameter, ResetFlagAndDirtyFollowTheValue)
 
 TEST(Parameter, NormalizedForms)
 {
-    auto r = make_rig();
+    auto r = make_rig([](fwtest::test_component& c) {
+        fwtest::add_standard_parameters(c);
+        c.add_parameter(std::make_shared<cparameter_integral_v1>(c.self(), "Fixed", 3, 3, 3));
+    });
     auto amount = r.param<cparameter_continuous_v1>("Amount");
     amount->set_value_normalized(0.25f, false);
     EXPECT_EQ(amount->get_value(), 0.25f);
@@ -154,13 +150,7 @@ TEST(Parameter, NormalizedForms)
     bypass->set_value_normalized(0.51f, false);
     EXPECT_TRUE(bypass->get_value());
     EXPECT_EQ(bypass->get_value_normalized(), 1.0f);
-}
-
-TEST(Parameter, IntegralWithEqualBoundsDividesByZero)
-{
-    auto r = make_rig([](fwtest::test_component& c) {
-        c.add_parameter(std::make_shared<cparameter_integral_v1>(c.self(), "Fixed", 3, 3, 3));
-    });
+    // An integral of equal bounds divides by zero.
     EXPECT_TRUE(std::isnan(r.param<cparameter_integral_v1>("Fixed")->get_value_normalized()));
 }
 

@@ -58,24 +58,19 @@ TEST(ParameterText, RefusesWrongTypesUnfitValuesAndNonNumbers)
     EXPECT_FALSE(amount->get_value_from_string("0.1", out));
 }
 
-TEST(ParameterText, BooleansReadAndWriteWords)
+TEST(ParameterText, BooleansAsWordsAndColoursAsHexWithBlankFill)
 {
     auto r = make_rig();
     auto bypass = r.param("Bypass");
     std::string text;
-    param_value v = bypass->get_param_value();
-    EXPECT_TRUE(bypass->get_string_from_value(v, text, 0));
+    param_value flag = bypass->get_param_value();
+    EXPECT_TRUE(bypass->get_string_from_value(flag, text, 0));
     EXPECT_EQ(text, "false");
-    EXPECT_TRUE(bypass->get_value_from_string("true", v));
-    EXPECT_EQ(v.value.b, 1);
-    EXPECT_FALSE(bypass->get_value_from_string("yes", v));
-}
+    EXPECT_TRUE(bypass->get_value_from_string("true", flag));
+    EXPECT_EQ(flag.value.b, 1);
+    EXPECT_FALSE(bypass->get_value_from_string("yes", flag));
 
-TEST(ParameterText, ColoursAsHexWithBlankFill)
-{
-    auto r = make_rig();
     auto tint = r.param("Tint");
-    std::string text;
     param_value v = tint->get_param_value();
     v.value.argb = {1.0f, 1.0f, 1.0f, 1.0f};
     EXPECT_TRUE(tint->get_string_from_value(v, text, 0));

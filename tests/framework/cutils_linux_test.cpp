@@ -2,7 +2,6 @@
 
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
@@ -28,11 +27,6 @@ std::string read_file(const fs::path& path)
 {
     std::ifstream in(path, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
-
-bool contains(const std::vector<std::string>& v, const std::string& s)
-{
-    return std::find(v.begin(), v.end(), s) != v.end();
 }
 
 TEST(LinuxUtils, FoldersAreTheUsersAloneAndTheUmaskStays)
@@ -75,28 +69,6 @@ TEST(LinuxUtils, CommonDirectoryLiesInHome)
     EXPECT_EQ(iutils::get_instance().get_common_directory(), common);
 }
 
-TEST(LinuxUtils, ListDirSortsDirectoriesFromFiles)
-{
-    auto& utils = iutils::get_instance();
-    const fs::path base = hueloom_test::make_temp_dir("list");
-    fs::create_directory(base / "sub");
-    write_file(base / "a.json", "{}");
-    std::vector<std::string> dirs{"stale"}, files;
-
-    ASSERT_TRUE(utils.list_dir(base.string(), &dirs, &files, false));
-    EXPECT_EQ(dirs.size(), 3u);  // ".", ".." and "sub"
-    EXPECT_TRUE(contains(dirs, ".") && contains(dirs, "..") && contains(dirs, "sub"));
-    EXPECT_EQ(files, (std::vector<std::string>{"a.json"}));
-
-    ASSERT_TRUE(utils.list_dir(base.string(), nullptr, &files, true));
-    EXPECT_EQ(files, (std::vector<std::string>{base.string() + "/a.json"}));
-
-    EXPECT_FALSE(utils.list_dir(base.string(), nullptr, nullptr, false));
-    EXPECT_FALSE(utils.list_dir("", &dirs, &files, false));
-    EXPECT_FALSE(utils.list_dir((base / "missing").string(), &dirs, &files, false));
-    EXPECT_TRUE(dirs.empty());  // cleared before the folder was tried
-}
-
 TEST(LinuxUtils, ResourcesComeFromTheChosenFolder)
 {
     auto& utils = iutils::get_instance();
@@ -127,17 +99,11 @@ TEST(LinuxUtils, ResourcesComeFromTheChosenFolder)
     unsetenv(resources_dir_env);
 }
 
-TEST(LinuxUtils, MainThreadIsKnownAndAlertBoxesGoToTheLog)
+TEST(LinuxUtils, AlertBoxesGoToTheLog)
 {
-    auto& utils = iutils::get_instance();
-    EXPECT_TRUE(utils.is_main_thread());
-    bool on_main = true;
-    std::thread([&] { on_main = utils.is_main_thread(); }).join();
-    EXPECT_FALSE(on_main);
-
     std::vector<std::string> lines;
     set_log_capture([&](std::string_view line) { lines.emplace_back(line); });
-    EXPECT_FALSE(utils.alert_box(nullptr, "Title", "Some text", "OK", "Cancel"));
+    EXPECT_FALSE(iutils::get_instance().alert_box(nullptr, "Title", "Some text", "OK", "Cancel"));
     set_log_capture(nullptr);
     ASSERT_EQ(lines.size(), 1u);
     EXPECT_NE(lines[0].find("Title"), std::string::npos);

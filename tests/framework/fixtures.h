@@ -60,10 +60,9 @@ public:
         if (on_update)
             on_update();
     }
-    void set_preview_image(image&) override { ++pictures; }
+    void set_preview_image(image&) override {}
 
     bool open_flag = true;
-    int pictures = 0;
     std::vector<std::pair<uid, bool>> updates;
     std::function<void()> on_update;  // e.g. a view that pushes an undo step on every update
 };

@@ -101,11 +101,9 @@ public:
     std::shared_ptr<cparameter_color_v1> tint;
 
 private:
-    std::size_t base_size() { return ccomponent_v1::get_state_size(); }
-
     bool theme_in(const std::vector<uint8_t>& state, std::string& out)
     {
-        const std::size_t at = base_size();
+        const std::size_t at = ccomponent_v1::get_state_size();
         if (state.size() <= at || state.size() != at + 1 + state[at])
             return false;
         out.assign(state.begin() + static_cast<std::ptrdiff_t>(at) + 1, state.end());
@@ -131,16 +129,14 @@ inline rig make_rig(bool exports_lut = false)
 
 inline std::string read_file(const std::filesystem::path& path)
 {
-    std::ifstream in(path, std::ios::binary);
     std::ostringstream text;
-    text << in.rdbuf();
+    text << std::ifstream(path, std::ios::binary).rdbuf();
     return text.str();
 }
 
 inline void write_file(const std::filesystem::path& path, const std::string& text)
 {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out << text;
+    std::ofstream(path, std::ios::binary | std::ios::trunc) << text;
 }
 
 /// The file names in `folder`, sorted.

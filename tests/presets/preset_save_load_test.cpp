@@ -23,20 +23,13 @@ rapidjson::Document parse(const std::string& text)
     return doc;
 }
 
-TEST(PresetFolder, LiesUnderTheHomeNamedAfterTheComponent)
+TEST(PresetSaveLoad, RestoresEveryParameterAndTheComponentsOwnStateFromAFolderUnderTheHome)
 {
     auto r = make_rig();
     preset_manager manager(r.component);
-    const fs::path expected = hueloom_test::home_dir() / "Varnlight" / "Plugin Presets" / r.component->name;
-    EXPECT_EQ(manager.preset_folder(), expected.string());
-    EXPECT_TRUE(fs::is_directory(expected));
-    EXPECT_EQ(manager.preset_path("Warm"), (expected / "Warm.json").string());
-}
-
-TEST(PresetSaveLoad, RestoresEveryParameterAndTheComponentsOwnState)
-{
-    auto r = make_rig();
-    preset_manager manager(r.component);
+    const fs::path folder = hueloom_test::home_dir() / "Varnlight" / "Plugin Presets" / r.component->name;
+    EXPECT_EQ(manager.preset_folder(), folder.string());
+    EXPECT_EQ(manager.preset_path("Look"), (folder / "Look.json").string());
     r.component->gain->set_value(2.5f, false);
     r.component->steps->set_value(-3, false);
     r.component->invert->set_value(true, false);

@@ -18,40 +18,34 @@ std::shared_ptr<const hueloom_theme_v1> theme_of(uint32_t uid, uint32_t version)
     return theme;
 }
 
-TEST(ThemeCollection, DefaultThemeIsFoundByUidUntilAnAddedThemeTakesPrecedence)
+TEST(ThemeCollection, AddedThemesReplaceByUidAndTakePrecedenceOverTheDefault)
 {
     hueloom_theme_collection_v1 collection;
     EXPECT_EQ(collection.get_theme_by_uid(1), nullptr);
     const auto builtin = theme_of(1, 3);
     collection.set_default_theme(builtin);
     collection.set_default_theme(nullptr);
-    EXPECT_EQ(collection.get_default_theme(), builtin);
     EXPECT_EQ(collection.get_theme_by_uid(1), builtin);
     EXPECT_EQ(collection.get_theme_names().at(1), "theme 1 v3");
 
-    const auto replacement = theme_of(1, 4);
+    collection.add_or_replace_theme(theme_of(1, 4));
+    const auto replacement = theme_of(1, 5);
     collection.add_or_replace_theme(replacement);
+    collection.add_or_replace_theme(nullptr);
+    collection.add_or_replace_theme(theme_of(7, 1));
+    collection.remove_theme(12345);
     EXPECT_EQ(collection.get_theme_by_uid(1), replacement);
     EXPECT_EQ(collection.get_default_theme(), builtin);
-    EXPECT_EQ(collection.get_theme_version(1), 4u);
+    EXPECT_EQ(collection.get_theme_names(),
+              (std::unordered_map<uint32_t, std::string>{{1, "theme 1 v5"}, {7, "theme 7 v1"}}));
+    EXPECT_EQ(collection.get_theme_versions(), (std::unordered_map<uint32_t, uint32_t>{{1, 5}, {7, 1}}));
+    EXPECT_EQ(collection.get_theme_version(1), 5u);
 
     // Removing the uid takes it out of the lists; the default object is still found.
     collection.remove_theme(1);
     EXPECT_EQ(collection.get_theme_by_uid(1), builtin);
-    EXPECT_TRUE(collection.get_theme_names().empty());
+    EXPECT_EQ(collection.get_theme_names().count(1), 0u);
     EXPECT_EQ(collection.get_theme_version(1), 0u);
-}
-
-TEST(ThemeCollection, AddingReplacesThemeNameAndVersionTogether)
-{
-    hueloom_theme_collection_v1 collection;
-    collection.add_or_replace_theme(theme_of(7, 1));
-    collection.add_or_replace_theme(theme_of(7, 2));
-    collection.add_or_replace_theme(nullptr);
-    collection.remove_theme(12345);
-    EXPECT_EQ(collection.get_theme_by_uid(7)->version, 2u);
-    EXPECT_EQ(collection.get_theme_names(), (std::unordered_map<uint32_t, std::string>{{7, "theme 7 v2"}}));
-    EXPECT_EQ(collection.get_theme_versions(), (std::unordered_map<uint32_t, uint32_t>{{7, 2}}));
 }
 
 TEST(ThemeCollection, ManyReadersAndOneWriterSeeWholeThemes)

@@ -65,27 +65,15 @@ protected:
     std::string logged;
 };
 
-TEST_F(Vault, AppdataFolderLiesUnderTheHomeDirectory)
-{
-    EXPECT_EQ(vault.get_hueloom_appdata_folder_path(), appdata.string());
-    EXPECT_EQ(vault.get_appdata_path_of_theme(0xabc), (appdata / "theme_00000abc.hlt").string());
-}
-
-TEST_F(Vault, StoredThemesReadBackAndReplaceTheirFile)
+TEST_F(Vault, StoredThemesReplaceTheirFileWholeOrNotAtAll)
 {
     ASSERT_TRUE(vault.store_theme_in_appdata(theme(0xabc, 1, "first")));
     ASSERT_TRUE(vault.store_theme_in_appdata(theme(0xabc, 2, "second")));
     EXPECT_FALSE(vault.store_theme_in_appdata(nullptr));
-    EXPECT_EQ(std::distance(fs::directory_iterator(appdata), fs::directory_iterator()), 1) << "no temporary file is left";
     hueloom_theme_v1 back;
     ASSERT_TRUE(serializer::read_theme_from_file(back, (appdata / "theme_00000abc.hlt").string()));
     EXPECT_EQ(back.name, "second");
     EXPECT_EQ(back.version, 2u);
-}
-
-TEST_F(Vault, AWriteThatFailsHalfWayLeavesTheFormerFile)
-{
-    ASSERT_TRUE(vault.store_theme_in_appdata(theme(0xabc, 1, "good")));
     const auto good_bytes = test::read_bytes(appdata / "theme_00000abc.hlt");
 
     // Files may not grow beyond 100 kB for a moment: the write of a theme of 1.2 MB stops
@@ -96,13 +84,14 @@ TEST_F(Vault, AWriteThatFailsHalfWayLeavesTheFormerFile)
     rlimit small = former;
     small.rlim_cur = 100000;
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    const bool stored = vault.store_theme_in_appdata(theme(0xabc, 2, "bad"));
+    const bool stored = vault.store_theme_in_appdata(theme(0xabc, 3, "bad"));
     setrlimit(RLIMIT_FSIZE, &former);
     signal(SIGXFSZ, former_handler);
 
     EXPECT_FALSE(stored);
     EXPECT_EQ(test::read_bytes(appdata / "theme_00000abc.hlt"), good_bytes);
-    EXPECT_EQ(std::distance(fs::directory_iterator(appdata), fs::directory_iterator()), 1);
+    EXPECT_EQ(std::distance(fs::directory_iterator(appdata), fs::directory_iterator()), 1)
+        << "no temporary file is left";
     EXPECT_NE(logged.find("Theme 00000abc not stored"), std::string::npos);
 }
 
@@ -196,16 +185,13 @@ struct fake_client : theme_download_client {
     std::shared_ptr<calls> seen;
 };
 
-TEST_F(Vault, WithoutADownloadClientNothingIsDownloaded)
+TEST_F(Vault, DownloadsGoThroughTheClientWithTheCollectionsVersionsAndNeedOne)
 {
     EXPECT_FALSE(vault.download_themes("http://127.0.0.1:9", {1, 2}, [] { FAIL() << "nothing finished"; }));
     EXPECT_EQ(vault.get_download_percentage(), -1.0f);
     EXPECT_EQ(vault.get_server_version_of_theme(1), 0u);
     vault.stop_download_themes();
-}
 
-TEST_F(Vault, DownloadsGoThroughTheClientWithTheCollectionsVersions)
-{
     auto seen = std::make_shared<fake_client::calls>();
     vault.set_web_client_factory([seen] { return std::make_unique<fake_client>(seen); });
     vault.get_theme_collection()->add_or_replace_theme(theme(2, 4, "local"));
