@@ -15,7 +15,7 @@
 
 namespace fs = std::filesystem;
 
-namespace vl1::themetool {
+namespace vl1::theme_tool {
 
 namespace {
 
@@ -148,4 +148,4 @@ void theme_server::stop() { self->http.stop(); }
 
 void theme_server::on_request(std::function<void(const std::string&)> log) { self->log = std::move(log); }
 
-}  // namespace vl1::themetool
+}  // namespace vl1::theme_tool

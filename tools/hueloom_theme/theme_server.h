@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-namespace vl1::themetool {
+namespace vl1::theme_tool {
 
 struct published_theme {
     std::filesystem::path file;
@@ -57,4 +57,4 @@ private:
     std::unique_ptr<impl> self;
 };
 
-}  // namespace vl1::themetool
+}  // namespace vl1::theme_tool
