@@ -43,7 +43,7 @@ rect cview_v1::get_rect() const
     return editor_size_for_screen(width, height);
 }
 
-fltk_window* cview_v1::editor_window() const { return dynamic_cast<fltk_window*>(window_.get()); }
+fltk_window* cview_v1::editor_window() const { return dynamic_cast<fltk_window*>(open_window.get()); }
 
 bool cview_v1::open(std::shared_ptr<window> w)
 {
@@ -52,7 +52,7 @@ bool cview_v1::open(std::shared_ptr<window> w)
         log_text("Cannot open GUI window.");
         return false;
     }
-    window_ = std::move(w);
+    open_window = std::move(w);
     init_view();
     update_controls(false);
     auto owner = component.lock();
@@ -67,16 +67,16 @@ bool cview_v1::open(std::shared_ptr<window> w)
 void cview_v1::close()
 {
     listeners.clear();
-    if (window_)
-        window_->close();
+    if (open_window)
+        open_window->close();
 }
 
-bool cview_v1::is_open() { return window_ && window_->is_open(); }
+bool cview_v1::is_open() { return open_window && open_window->is_open(); }
 
 bool cview_v1::idle()
 {
-    if (window_)
-        window_->pop_pending_messages();
+    if (open_window)
+        open_window->pop_pending_messages();
     return true;
 }
 

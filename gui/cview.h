@@ -56,7 +56,7 @@ protected:
     fltk_window* editor_window() const;
 
     std::weak_ptr<icomponent_v1> component;
-    std::shared_ptr<window> window_;
+    std::shared_ptr<window> open_window;
 
 private:
     std::set<iparameter_change_listener_v1*> listeners;

@@ -115,7 +115,7 @@ void hueloom_ui::init_view()
     preview_scroller = new CVLScrollView(0, 0, left, height, preview);
     panel_background = nine_part("panel.png");
     panel_first_background = nine_part("panel_first.png");
-    toolbar = new CVLPluginToolbar(left, 0, editor_column_width, editor_toolbar_height, component, window_);
+    toolbar = new CVLPluginToolbar(left, 0, editor_column_width, editor_toolbar_height, component, open_window);
     register_parameter_change_listener(toolbar);
     toolbar->show_undo_redo(true);
     toolbar->set_undo_callback({});
@@ -269,7 +269,7 @@ int hueloom_ui::handle_key(int key, bool ctrl, bool shift)
 
 void hueloom_ui::alertBox(const std::string& title, const std::string& message)
 {
-    iutils::get_instance().alert_box(window_.get(), title, message, "");
+    iutils::get_instance().alert_box(open_window.get(), title, message, "");
 }
 
 }  // namespace vl1::gui

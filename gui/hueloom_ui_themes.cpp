@@ -122,7 +122,7 @@ std::string hueloom_ui::openFolderDialog() { return choose_folder("Select Folder
 void hueloom_ui::import_theme_from_folder()
 {
     auto owner = effect();
-    if (!owner || !owner->get_host() || !window_)
+    if (!owner || !owner->get_host() || !open_window)
         return;
     const std::string folder = openFolderDialog();
     if (folder.empty()) {

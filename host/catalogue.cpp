@@ -2,14 +2,15 @@
 
 #include "host/status.h"
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 namespace {
 
 catalogue_entry* same_plugin(catalogue& c, const plugin_info& info)
 {
     for (auto& e : c.plugins) {
-        if (e.info.identifier == info.identifier && e.info.version_major == info.version_major) return &e;
+        if (e.info.identifier == info.identifier && e.info.version_major == info.version_major)
+            return &e;
     }
     return nullptr;
 }
@@ -50,9 +51,10 @@ catalogue scan_plugins(host& h, const std::vector<std::filesystem::path>& folder
 const catalogue_entry* find_plugin(const catalogue& c, const std::string& identifier)
 {
     for (const auto& e : c.plugins) {
-        if (e.info.identifier == identifier) return &e;
+        if (e.info.identifier == identifier)
+            return &e;
     }
     return nullptr;
 }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

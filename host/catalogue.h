@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 struct catalogue_entry {
     std::filesystem::path bundle;
@@ -31,4 +31,4 @@ catalogue scan_plugins(host& h, const std::vector<std::filesystem::path>& folder
 /// The entry for `identifier`, or null.
 const catalogue_entry* find_plugin(const catalogue& c, const std::string& identifier);
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -10,7 +10,7 @@
 #include <memory>
 #include <string>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 class effect;
 
@@ -21,26 +21,26 @@ public:
     clip(std::string name, bool descriptor, effect* owner);
 
     OfxImageClipHandle handle() { return reinterpret_cast<OfxImageClipHandle>(this); }
-    const std::string& name() const { return name_; }
-    bool is_descriptor() const { return descriptor_; }
-    effect* owner() const { return owner_; }
-    property_set& properties() { return props_; }
-    const property_set& properties() const { return props_; }
+    const std::string& name() const { return clip_name; }
+    bool is_descriptor() const { return describes; }
+    effect* owner() const { return owning_effect; }
+    property_set& properties() { return props; }
+    const property_set& properties() const { return props; }
 
     /// Copies a descriptor clip's properties and adds those of an instance, unconnected.
     void instantiate_from(const clip& descriptor);
     /// Attaches an image (or detaches with null); the image is shared with the test.
     void attach(std::shared_ptr<image> img);
-    std::shared_ptr<image> attached() const { return image_; }
+    std::shared_ptr<image> attached() const { return image_attached; }
     /// The attached image's bounds; an empty rectangle without an image.
     OfxRectD region_of_definition() const;
 
 private:
-    std::string name_;
-    bool descriptor_;
-    effect* owner_;
-    property_set props_;
-    std::shared_ptr<image> image_;
+    std::string clip_name;
+    bool describes;
+    effect* owning_effect;
+    property_set props;
+    std::shared_ptr<image> image_attached;
 };
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

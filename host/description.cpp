@@ -7,26 +7,30 @@
 #include <climits>
 #include <cstdio>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 namespace {
 
 std::string text_of(const property_set& p, const char* name)
 {
-    if (!p.has(name) || p.type_of(name) != prop_type::string || p.dimension(name) == 0) return {};
+    if (!p.has(name) || p.type_of(name) != prop_type::string || p.dimension(name) == 0)
+        return {};
     return p.get_string(name);
 }
 
 std::vector<std::string> strings_of(const property_set& p, const char* name)
 {
-    if (!p.has(name) || p.type_of(name) != prop_type::string) return {};
+    if (!p.has(name) || p.type_of(name) != prop_type::string)
+        return {};
     return p.get_strings(name);
 }
 
 std::string number(double v)
 {
-    if (v == -DBL_MAX || v == double(INT_MIN)) return "-inf";
-    if (v == DBL_MAX || v == double(INT_MAX)) return "inf";
+    if (v == -DBL_MAX || v == double(INT_MIN))
+        return "-inf";
+    if (v == DBL_MAX || v == double(INT_MAX))
+        return "inf";
     char buffer[32];
     std::snprintf(buffer, sizeof buffer, "%g", v);
     return buffer;
@@ -35,13 +39,19 @@ std::string number(double v)
 // Numbers of a range property, with the host's unbounded defaults named as such.
 std::string limit_of(const property_set& p, const char* name)
 {
-    if (!p.has(name)) return {};
+    if (!p.has(name))
+        return {};
     std::vector<double> values;
-    if (p.type_of(name) == prop_type::real) values = p.get_doubles(name);
-    else if (p.type_of(name) == prop_type::integer) for (int v : p.get_ints(name)) values.push_back(v);
-    else return p.format(name);
+    if (p.type_of(name) == prop_type::real)
+        values = p.get_doubles(name);
+    else if (p.type_of(name) == prop_type::integer)
+        for (int v : p.get_ints(name))
+            values.push_back(v);
+    else
+        return p.format(name);
     std::string out;
-    for (double v : values) out += (out.empty() ? "" : ", ") + number(v);
+    for (double v : values)
+        out += (out.empty() ? "" : ", ") + number(v);
     return out;
 }
 
@@ -58,7 +68,8 @@ param_info describe_param(const param& p)
     info.parent = text_of(props, kOfxParamPropParent);
     info.secret = props.has(kOfxParamPropSecret) && props.type_of(kOfxParamPropSecret) == prop_type::integer &&
                   props.get_int(kOfxParamPropSecret) != 0;
-    if (p.has_value()) info.default_value = props.format(kOfxParamPropDefault);
+    if (p.has_value())
+        info.default_value = props.format(kOfxParamPropDefault);
     info.min = limit_of(props, kOfxParamPropMin);
     info.max = limit_of(props, kOfxParamPropMax);
     info.display_min = limit_of(props, kOfxParamPropDisplayMin);
@@ -81,7 +92,8 @@ context_info describe_context(const effect& d)
                       props.get_int(kOfxImageClipPropOptional) != 0;
         info.clips.push_back(std::move(ci));
     }
-    for (const auto& p : d.params().params()) info.params.push_back(describe_param(*p));
+    for (const auto& p : d.params().params())
+        info.params.push_back(describe_param(*p));
     return info;
 }
 
@@ -101,4 +113,4 @@ plugin_info describe_plugin(const std::string& identifier, unsigned major, unsig
     return info;
 }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 struct clip_info {
     std::string name;
@@ -51,4 +51,4 @@ plugin_info describe_plugin(const std::string& identifier, unsigned major, unsig
 context_info describe_context(const effect& context_descriptor);
 param_info describe_param(const param& p);
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 namespace {
 
@@ -57,49 +57,54 @@ void define_instance_properties(property_set& p, const std::string& context)
 
 effect::effect(effect_role role, std::string context)
     : handle_tag(handle_kind::effect),
-      role_(role),
-      context_(std::move(context)),
-      params_(role == effect_role::instance ? &time_ : nullptr)
+      assigned_role(role),
+      context_name(std::move(context)),
+      param_list(role == effect_role::instance ? &current_time : nullptr)
 {
-    define_descriptor_properties(props_);
+    define_descriptor_properties(props);
     if (role == effect_role::context_descriptor) {
-        props_.define_string(kOfxImageEffectPropContext, {context_});
+        props.define_string(kOfxImageEffectPropContext, {context_name});
     }
 }
 
 effect::~effect()
 {
     std::lock_guard lock(registry_mutex);
-    for (const auto& [h, lease] : leases_) lenders.erase(h);
+    for (const auto& [h, lease] : leases)
+        lenders.erase(h);
 }
 
 OfxStatus effect::define_clip(const char* name, clip** out)
 {
-    if (role_ != effect_role::context_descriptor) return kOfxStatErrUnsupported;
-    if (name == nullptr || *name == '\0') return kOfxStatErrValue;
-    if (find_clip(name) != nullptr) return kOfxStatErrExists;
-    clips_.push_back(std::make_unique<clip>(name, true, this));
-    *out = clips_.back().get();
+    if (assigned_role != effect_role::context_descriptor)
+        return kOfxStatErrUnsupported;
+    if (name == nullptr || *name == '\0')
+        return kOfxStatErrValue;
+    if (find_clip(name) != nullptr)
+        return kOfxStatErrExists;
+    clip_list.push_back(std::make_unique<clip>(name, true, this));
+    *out = clip_list.back().get();
     return kOfxStatOK;
 }
 
 clip* effect::find_clip(const std::string& name)
 {
-    for (auto& c : clips_) {
-        if (c->name() == name) return c.get();
+    for (auto& c : clip_list) {
+        if (c->name() == name)
+            return c.get();
     }
     return nullptr;
 }
 
 void effect::instantiate_from(const effect& descriptor)
 {
-    props_.copy_from(descriptor.props_);
-    define_instance_properties(props_, context_);
-    params_.instantiate_from(descriptor.params_);
-    for (const auto& d : descriptor.clips_) {
+    props.copy_from(descriptor.props);
+    define_instance_properties(props, context_name);
+    param_list.instantiate_from(descriptor.param_list);
+    for (const auto& d : descriptor.clip_list) {
         auto c = std::make_unique<clip>(d->name(), false, this);
         c->instantiate_from(*d);
-        clips_.push_back(std::move(c));
+        clip_list.push_back(std::move(c));
     }
 }
 
@@ -107,21 +112,22 @@ void effect::set_abort(bool aborting) { abort_after(aborting ? 0 : -1); }
 
 void effect::abort_after(int calls)
 {
-    abort_calls_ = 0;
-    abort_after_ = calls < 0 ? -1 : calls;
+    abort_call_count = 0;
+    abort_countdown = calls < 0 ? -1 : calls;
 }
 
 int effect::answer_abort()
 {
-    const int seen = abort_calls_++;
-    const int limit = abort_after_;
+    const int seen = abort_call_count++;
+    const int limit = abort_countdown;
     return limit >= 0 && seen >= limit ? 1 : 0;
 }
 
 OfxPropertySetHandle effect::lend_image(clip& c, OfxTime time)
 {
     auto img = c.attached();
-    if (!img) return nullptr;
+    if (!img)
+        return nullptr;
     auto lease = std::make_unique<image_lease>();
     lease->img = img;
     property_set& p = lease->props;
@@ -135,22 +141,22 @@ OfxPropertySetHandle effect::lend_image(clip& c, OfxTime time)
     p.define_string(kOfxImageEffectPropPixelDepth, {claims.pixel_depth.value_or(depth_name(img->depth()))});
     p.define_string(kOfxImageEffectPropComponents, {kOfxImageComponentRGBA});
     p.define_string(kOfxImageEffectPropPreMultiplication, {img->premultiplication});
-    p.define_double(kOfxImageEffectPropRenderScale, {render_scale_[0], render_scale_[1]});
+    p.define_double(kOfxImageEffectPropRenderScale, {render_scale_xy[0], render_scale_xy[1]});
     p.define_double(kOfxImagePropPixelAspectRatio, {img->pixel_aspect_ratio});
     p.define_string(kOfxImagePropField, {img->field});
     const std::string id = img->unique_id.empty()
-                               ? c.name() + "@" + std::to_string(time) + "#" + std::to_string(++lease_counter_)
+                               ? c.name() + "@" + std::to_string(time) + "#" + std::to_string(++lease_counter)
                                : img->unique_id;
     p.define_string(kOfxImagePropUniqueIdentifier, {id});
 
     OfxPropertySetHandle h = p.handle();
     {
-        std::lock_guard lock(lease_mutex_);
-        leases_[h] = std::move(lease);
+        std::lock_guard lock(lease_mutex);
+        leases[h] = std::move(lease);
     }
     std::lock_guard lock(registry_mutex);
     lenders[h] = this;
-    ++images_lent_;
+    ++lent_image_count;
     return h;
 }
 
@@ -160,19 +166,20 @@ bool effect::release_image(OfxPropertySetHandle handle)
     {
         std::lock_guard lock(registry_mutex);
         auto it = lenders.find(handle);
-        if (it == lenders.end()) return false;
+        if (it == lenders.end())
+            return false;
         owner = it->second;
         lenders.erase(it);
     }
-    std::lock_guard lock(owner->lease_mutex_);
-    owner->leases_.erase(handle);
+    std::lock_guard lock(owner->lease_mutex);
+    owner->leases.erase(handle);
     return true;
 }
 
 int effect::outstanding_images() const
 {
-    std::lock_guard lock(lease_mutex_);
-    return static_cast<int>(leases_.size());
+    std::lock_guard lock(lease_mutex);
+    return static_cast<int>(leases.size());
 }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 struct injected_failure {
     std::string function;              // suite member name, as in the C struct
@@ -61,10 +61,10 @@ private:
         injected_failure failure;
         int seen = 0;
     };
-    mutable std::mutex mutex_;
-    std::atomic<bool> armed_{false};  // lets the common case skip the lock
-    std::vector<entry> entries_;
-    std::set<std::string> omitted_suites_;
+    mutable std::mutex entries_mutex;
+    std::atomic<bool> armed{false};  // lets the common case skip the lock
+    std::vector<entry> entries;
+    std::set<std::string> omitted_suites;
 };
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -4,7 +4,7 @@
 #include <shared_mutex>
 #include <unordered_map>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 namespace {
 
@@ -47,11 +47,12 @@ void handle_tag::kill()
 
 handle_kind live_handle_kind(const void* handle)
 {
-    if (handle == nullptr) return handle_kind::dead;
+    if (handle == nullptr)
+        return handle_kind::dead;
     auto& r = registry();
     std::shared_lock lock(r.mutex);
     const auto it = r.live.find(handle);
     return it == r.live.end() ? handle_kind::dead : it->second;
 }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 enum class handle_kind : std::uint32_t {
     dead = 0,
@@ -38,8 +38,9 @@ handle_kind live_handle_kind(const void* handle);
 template <class T>
 T* from_handle(const void* handle)
 {
-    if (live_handle_kind(handle) != T::kind) return nullptr;
+    if (live_handle_kind(handle) != T::kind)
+        return nullptr;
     return static_cast<T*>(reinterpret_cast<handle_tag*>(const_cast<void*>(handle)));
 }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -9,7 +9,7 @@
 
 #include <cstring>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 namespace {
 
@@ -22,7 +22,8 @@ const void* suite_named(const char* name)
         {kOfxInteractSuite, interact_suite()},
     };
     for (const auto& [n, s] : suites) {
-        if (std::strcmp(n, name) == 0) return s;
+        if (std::strcmp(n, name) == 0)
+            return s;
     }
     return nullptr;
 }
@@ -30,8 +31,10 @@ const void* suite_named(const char* name)
 const void* fetch(OfxPropertySetHandle, const char* name, int version)
 {
     try {
-        if (name == nullptr || version != 1) return nullptr;
-        if (current_state().failures.suite_omitted(name)) return nullptr;
+        if (name == nullptr || version != 1)
+            return nullptr;
+        if (current_state().failures.suite_omitted(name))
+            return nullptr;
         return suite_named(name);
     } catch (...) {
         return nullptr;
@@ -74,17 +77,17 @@ void describe_host(property_set& p)
 
 host::host()
 {
-    describe_host(props_);
-    ofx_host_.host = props_.handle();
-    ofx_host_.fetchSuite = fetch;
-    push_state(&state_);
+    describe_host(props);
+    ofx_host_struct.host = props.handle();
+    ofx_host_struct.fetchSuite = fetch;
+    push_state(&shared_state);
 }
 
-host::~host() { pop_state(&state_); }
+host::~host() { pop_state(&shared_state); }
 
 const void* host::fetch_suite(const char* name, int version) const
 {
-    return ofx_host_.fetchSuite(ofx_host_.host, name, version);
+    return ofx_host_struct.fetchSuite(ofx_host_struct.host, name, version);
 }
 
 int host::plugin_count(const std::filesystem::path& bundle) { return library::open(bundle)->plugin_count(); }
@@ -93,8 +96,8 @@ plugin host::load_plugin(const std::filesystem::path& bundle, int index)
 {
     auto lib = library::open(bundle);
     OfxPlugin* record = lib->plugin(index);
-    record->setHost(&ofx_host_);
+    record->setHost(&ofx_host_struct);
     return plugin(std::move(lib), record, index);
 }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -23,7 +23,7 @@
 #include <string>
 #include <vector>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 class host {
 public:
@@ -33,21 +33,21 @@ public:
     host& operator=(const host&) = delete;
 
     /// The record handed to setHost.
-    OfxHost* ofx_host() { return &ofx_host_; }
+    OfxHost* ofx_host() { return &ofx_host_struct; }
     /// The host's description (kOfxPropName, supported depths and contexts...): read-only for
     /// the plug-in, changeable here.
-    property_set& properties() { return props_; }
+    property_set& properties() { return props; }
 
     /// What fetchSuite gives the plug-in: null for an omitted suite or a version other than 1.
     const void* fetch_suite(const char* name, int version) const;
 
-    host_state& state() { return state_; }
-    failure_table& failures() { return state_.failures; }
-    void omit_suite(const std::string& name) { state_.failures.omit_suite(name); }
-    void fail_call(injected_failure failure) { state_.failures.add(std::move(failure)); }
-    std::vector<message_record> messages() const { return state_.messages(); }
-    void clear_messages() { state_.clear_messages(); }
-    void echo_messages(bool on) { state_.echo_messages = on; }
+    host_state& state() { return shared_state; }
+    failure_table& failures() { return shared_state.failures; }
+    void omit_suite(const std::string& name) { shared_state.failures.omit_suite(name); }
+    void fail_call(injected_failure failure) { shared_state.failures.add(std::move(failure)); }
+    std::vector<message_record> messages() const { return shared_state.messages(); }
+    void clear_messages() { shared_state.clear_messages(); }
+    void echo_messages(bool on) { shared_state.echo_messages = on; }
 
     /// The number of plug-ins in a bundle; throws host_error as library::open does.
     int plugin_count(const std::filesystem::path& bundle);
@@ -55,9 +55,9 @@ public:
     plugin load_plugin(const std::filesystem::path& bundle, int index = 0);
 
 private:
-    host_state state_;
-    property_set props_{set_access::read_only};
-    OfxHost ofx_host_{};
+    host_state shared_state;
+    property_set props{set_access::read_only};
+    OfxHost ofx_host_struct{};
 };
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 namespace {
 
@@ -19,20 +19,20 @@ host_state& fallback_state()
 
 void host_state::record_message(message_record message)
 {
-    std::lock_guard lock(mutex_);
-    messages_.push_back(std::move(message));
+    std::lock_guard lock(messages_mutex);
+    message_log.push_back(std::move(message));
 }
 
 std::vector<message_record> host_state::messages() const
 {
-    std::lock_guard lock(mutex_);
-    return messages_;
+    std::lock_guard lock(messages_mutex);
+    return message_log;
 }
 
 void host_state::clear_messages()
 {
-    std::lock_guard lock(mutex_);
-    messages_.clear();
+    std::lock_guard lock(messages_mutex);
+    message_log.clear();
 }
 
 host_state& current_state()
@@ -53,4 +53,4 @@ void pop_state(host_state* state)
     live_states.erase(std::remove(live_states.begin(), live_states.end(), state), live_states.end());
 }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

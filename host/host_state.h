@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 struct message_record {
     std::string type;  // "OfxMessageError", ...
@@ -35,8 +35,8 @@ public:
     std::atomic<long> image_memory_blocks{0};  // imageMemoryAlloc blocks not yet freed
 
 private:
-    mutable std::mutex mutex_;
-    std::vector<message_record> messages_;
+    mutable std::mutex messages_mutex;
+    std::vector<message_record> message_log;
 };
 
 host_state& current_state();
@@ -49,4 +49,4 @@ inline std::optional<OfxStatus> injected(const char* function, const char* argum
     return current_state().failures.check(function, argument);
 }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 const char* depth_name(pixel_depth depth)
 {
@@ -29,33 +29,36 @@ int channel_bytes(pixel_depth depth)
     return 0;
 }
 
-image::image(pixel_depth depth, OfxRectI bounds, image_layout layout) : depth_(depth), bounds_(bounds)
+image::image(pixel_depth depth, OfxRectI bounds, image_layout layout) : channel_depth(depth), pixel_bounds(bounds)
 {
-    if (bounds.x2 <= bounds.x1 || bounds.y2 <= bounds.y1) throw host_error("image bounds are empty");
-    if (layout.row_padding_bytes < 0) throw host_error("row padding is negative");
+    if (bounds.x2 <= bounds.x1 || bounds.y2 <= bounds.y1)
+        throw host_error("image bounds are empty");
+    if (layout.row_padding_bytes < 0)
+        throw host_error("row padding is negative");
     const long long stride = static_cast<long long>(width()) * pixel_bytes() + layout.row_padding_bytes;
     const long long total = stride * height();
-    if (total > (1LL << 31)) throw host_error("image is larger than 2 GiB");
-    row_bytes_ = static_cast<int>(layout.bottom_up ? -stride : stride);
-    first_row_offset_ = layout.bottom_up ? static_cast<std::ptrdiff_t>(stride * (height() - 1)) : 0;
-    storage_.assign(static_cast<std::size_t>(total), 0);
+    if (total > (1LL << 31))
+        throw host_error("image is larger than 2 GiB");
+    bytes_per_row = static_cast<int>(layout.bottom_up ? -stride : stride);
+    first_row_offset = layout.bottom_up ? static_cast<std::ptrdiff_t>(stride * (height() - 1)) : 0;
+    storage.assign(static_cast<std::size_t>(total), 0);
 }
 
 const std::uint8_t* image::address(int x, int y) const
 {
-    if (x < bounds_.x1 || x >= bounds_.x2 || y < bounds_.y1 || y >= bounds_.y2) {
+    if (x < pixel_bounds.x1 || x >= pixel_bounds.x2 || y < pixel_bounds.y1 || y >= pixel_bounds.y2) {
         throw host_error("pixel (" + std::to_string(x) + ", " + std::to_string(y) + ") is outside the image");
     }
-    return storage_.data() + first_row_offset_ + static_cast<std::ptrdiff_t>(y - bounds_.y1) * row_bytes_ +
-           static_cast<std::ptrdiff_t>(x - bounds_.x1) * pixel_bytes();
+    return storage.data() + first_row_offset + static_cast<std::ptrdiff_t>(y - pixel_bounds.y1) * bytes_per_row +
+           static_cast<std::ptrdiff_t>(x - pixel_bounds.x1) * pixel_bytes();
 }
 
 void* image::pixel_address(int x, int y) { return const_cast<std::uint8_t*>(address(x, y)); }
 
 double image::channel(int x, int y, int c) const
 {
-    const std::uint8_t* p = address(x, y) + c * channel_bytes(depth_);
-    switch (depth_) {
+    const std::uint8_t* p = address(x, y) + c * channel_bytes(channel_depth);
+    switch (channel_depth) {
     case pixel_depth::byte: return *p;
     case pixel_depth::short_int: {
         std::uint16_t v;
@@ -73,8 +76,8 @@ double image::channel(int x, int y, int c) const
 
 void image::set_channel(int x, int y, int c, double value)
 {
-    auto* p = const_cast<std::uint8_t*>(address(x, y)) + c * channel_bytes(depth_);
-    switch (depth_) {
+    auto* p = const_cast<std::uint8_t*>(address(x, y)) + c * channel_bytes(channel_depth);
+    switch (channel_depth) {
     case pixel_depth::byte: *p = static_cast<std::uint8_t>(value); break;
     case pixel_depth::short_int: {
         const auto v = static_cast<std::uint16_t>(value);
@@ -96,34 +99,37 @@ std::array<double, 4> image::pixel(int x, int y) const
 
 void image::set_pixel(int x, int y, std::array<double, 4> rgba)
 {
-    for (int c = 0; c < 4; ++c) set_channel(x, y, c, rgba[c]);
+    for (int c = 0; c < 4; ++c)
+        set_channel(x, y, c, rgba[c]);
 }
 
 void image::fill(std::array<double, 4> rgba)
 {
-    for (int y = bounds_.y1; y < bounds_.y2; ++y) {
-        for (int x = bounds_.x1; x < bounds_.x2; ++x) set_pixel(x, y, rgba);
+    for (int y = pixel_bounds.y1; y < pixel_bounds.y2; ++y) {
+        for (int x = pixel_bounds.x1; x < pixel_bounds.x2; ++x)
+            set_pixel(x, y, rgba);
     }
 }
 
 std::vector<std::uint8_t> image::padding_bytes() const
 {
-    const std::size_t stride = static_cast<std::size_t>(std::abs(row_bytes_));
+    const std::size_t stride = static_cast<std::size_t>(std::abs(bytes_per_row));
     const std::size_t used = static_cast<std::size_t>(width()) * pixel_bytes();
     std::vector<std::uint8_t> out;
     for (std::size_t row = 0; row < static_cast<std::size_t>(height()); ++row) {
-        const auto* start = storage_.data() + row * stride;
+        const auto* start = storage.data() + row * stride;
         out.insert(out.end(), start + used, start + stride);
     }
     return out;
 }
 
-void image::fill_bytes(std::uint8_t value) { std::memset(storage_.data(), value, storage_.size()); }
+void image::fill_bytes(std::uint8_t value) { std::memset(storage.data(), value, storage.size()); }
 
 void image::copy_pixels_from(const image& from)
 {
-    if (from.depth_ != depth_) throw host_error("copying pixels between images of different depths");
-    const OfxRectI a = bounds_, b = from.bounds_;
+    if (from.channel_depth != channel_depth)
+        throw host_error("copying pixels between images of different depths");
+    const OfxRectI a = pixel_bounds, b = from.pixel_bounds;
     for (int y = std::max(a.y1, b.y1); y < std::min(a.y2, b.y2); ++y) {
         for (int x = std::max(a.x1, b.x1); x < std::min(a.x2, b.x2); ++x)
             std::memcpy(pixel_address(x, y), from.address(x, y), static_cast<std::size_t>(pixel_bytes()));
@@ -136,4 +142,4 @@ OfxRectI scaled_bounds(OfxRectI full, double scale)
             static_cast<int>(std::ceil(full.x2 * scale)), static_cast<int>(std::ceil(full.y2 * scale))};
 }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 enum class pixel_depth { byte, short_int, real };  // 8-bit, 16-bit unsigned, 32-bit float
 
@@ -33,13 +33,13 @@ public:
     /// Throws host_error for empty bounds or a negative padding.
     image(pixel_depth depth, OfxRectI bounds, image_layout layout = {});
 
-    pixel_depth depth() const { return depth_; }
-    OfxRectI bounds() const { return bounds_; }
-    int width() const { return bounds_.x2 - bounds_.x1; }
-    int height() const { return bounds_.y2 - bounds_.y1; }
-    int row_bytes() const { return row_bytes_; }
-    int pixel_bytes() const { return 4 * channel_bytes(depth_); }
-    void* data() { return base() + first_row_offset_; }
+    pixel_depth depth() const { return channel_depth; }
+    OfxRectI bounds() const { return pixel_bounds; }
+    int width() const { return pixel_bounds.x2 - pixel_bounds.x1; }
+    int height() const { return pixel_bounds.y2 - pixel_bounds.y1; }
+    int row_bytes() const { return bytes_per_row; }
+    int pixel_bytes() const { return 4 * channel_bytes(channel_depth); }
+    void* data() { return base() + first_row_offset; }
 
     // Metadata carried into the image's property set.
     std::string premultiplication = "OfxImageAlphaPremultiplied";
@@ -74,18 +74,18 @@ public:
     void copy_pixels_from(const image& from);
 
 private:
-    std::uint8_t* base() { return storage_.data(); }
+    std::uint8_t* base() { return storage.data(); }
     const std::uint8_t* address(int x, int y) const;
 
-    pixel_depth depth_;
-    OfxRectI bounds_;
-    int row_bytes_;
-    std::ptrdiff_t first_row_offset_;
-    std::vector<std::uint8_t> storage_;
+    pixel_depth channel_depth;
+    OfxRectI pixel_bounds;
+    int bytes_per_row;
+    std::ptrdiff_t first_row_offset;
+    std::vector<std::uint8_t> storage;
 };
 
 /// Bounds of an image of `full` bounds rendered at `scale` (proxy mode): scaled, widened to
 /// whole pixels.
 OfxRectI scaled_bounds(OfxRectI full, double scale);
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

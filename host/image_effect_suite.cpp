@@ -6,7 +6,7 @@
 #include <new>
 #include <vector>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 namespace {
 
@@ -32,10 +32,13 @@ OfxStatus guarded(Body&& body)
 OfxStatus get_property_set(OfxImageEffectHandle h, OfxPropertySetHandle* props)
 {
     return guarded([&] {
-        if (auto st = injected("getPropertySet")) return *st;
+        if (auto st = injected("getPropertySet"))
+            return *st;
         effect* e = from_handle<effect>(h);
-        if (e == nullptr) return kOfxStatErrBadHandle;
-        if (props == nullptr) return kOfxStatErrValue;
+        if (e == nullptr)
+            return kOfxStatErrBadHandle;
+        if (props == nullptr)
+            return kOfxStatErrValue;
         *props = e->properties().handle();
         return kOfxStatOK;
     });
@@ -44,10 +47,13 @@ OfxStatus get_property_set(OfxImageEffectHandle h, OfxPropertySetHandle* props)
 OfxStatus get_param_set(OfxImageEffectHandle h, OfxParamSetHandle* params)
 {
     return guarded([&] {
-        if (auto st = injected("getParamSet")) return *st;
+        if (auto st = injected("getParamSet"))
+            return *st;
         effect* e = from_handle<effect>(h);
-        if (e == nullptr) return kOfxStatErrBadHandle;
-        if (params == nullptr) return kOfxStatErrValue;
+        if (e == nullptr)
+            return kOfxStatErrBadHandle;
+        if (params == nullptr)
+            return kOfxStatErrValue;
         *params = e->params().handle();
         return kOfxStatOK;
     });
@@ -56,12 +62,15 @@ OfxStatus get_param_set(OfxImageEffectHandle h, OfxParamSetHandle* params)
 OfxStatus clip_define(OfxImageEffectHandle h, const char* name, OfxPropertySetHandle* props)
 {
     return guarded([&] {
-        if (auto st = injected("clipDefine", name)) return *st;
+        if (auto st = injected("clipDefine", name))
+            return *st;
         effect* e = from_handle<effect>(h);
-        if (e == nullptr) return kOfxStatErrBadHandle;
+        if (e == nullptr)
+            return kOfxStatErrBadHandle;
         clip* c = nullptr;
         OfxStatus st = e->define_clip(name, &c);
-        if (st == kOfxStatOK && props != nullptr) *props = c->properties().handle();
+        if (st == kOfxStatOK && props != nullptr)
+            *props = c->properties().handle();
         return st;
     });
 }
@@ -70,14 +79,19 @@ OfxStatus clip_get_handle(OfxImageEffectHandle h, const char* name, OfxImageClip
                           OfxPropertySetHandle* props)
 {
     return guarded([&] {
-        if (auto st = injected("clipGetHandle", name)) return *st;
+        if (auto st = injected("clipGetHandle", name))
+            return *st;
         effect* e = from_handle<effect>(h);
-        if (e == nullptr) return kOfxStatErrBadHandle;
-        if (name == nullptr || out == nullptr) return kOfxStatErrValue;
+        if (e == nullptr)
+            return kOfxStatErrBadHandle;
+        if (name == nullptr || out == nullptr)
+            return kOfxStatErrValue;
         clip* c = e->find_clip(name);
-        if (c == nullptr) return kOfxStatErrUnknown;
+        if (c == nullptr)
+            return kOfxStatErrUnknown;
         *out = c->handle();
-        if (props != nullptr) *props = c->properties().handle();
+        if (props != nullptr)
+            *props = c->properties().handle();
         return kOfxStatOK;
     });
 }
@@ -86,9 +100,12 @@ OfxStatus clip_get_property_set(OfxImageClipHandle h, OfxPropertySetHandle* prop
 {
     return guarded([&] {
         clip* c = from_handle<clip>(h);
-        if (c == nullptr) return kOfxStatErrBadHandle;
-        if (auto st = injected("clipGetPropertySet", c->name().c_str())) return *st;
-        if (props == nullptr) return kOfxStatErrValue;
+        if (c == nullptr)
+            return kOfxStatErrBadHandle;
+        if (auto st = injected("clipGetPropertySet", c->name().c_str()))
+            return *st;
+        if (props == nullptr)
+            return kOfxStatErrValue;
         *props = c->properties().handle();
         return kOfxStatOK;
     });
@@ -98,11 +115,15 @@ OfxStatus clip_get_image(OfxImageClipHandle h, OfxTime time, const OfxRectD*, Of
 {
     return guarded([&] {
         clip* c = from_handle<clip>(h);
-        if (c == nullptr || c->is_descriptor()) return kOfxStatErrBadHandle;
-        if (auto st = injected("clipGetImage", c->name().c_str())) return *st;
-        if (image == nullptr) return kOfxStatErrValue;
+        if (c == nullptr || c->is_descriptor())
+            return kOfxStatErrBadHandle;
+        if (auto st = injected("clipGetImage", c->name().c_str()))
+            return *st;
+        if (image == nullptr)
+            return kOfxStatErrValue;
         OfxPropertySetHandle lent = c->owner()->lend_image(*c, time);
-        if (lent == nullptr) return kOfxStatFailed;
+        if (lent == nullptr)
+            return kOfxStatFailed;
         *image = lent;
         return kOfxStatOK;
     });
@@ -111,7 +132,8 @@ OfxStatus clip_get_image(OfxImageClipHandle h, OfxTime time, const OfxRectD*, Of
 OfxStatus clip_release_image(OfxPropertySetHandle image)
 {
     return guarded([&] {
-        if (auto st = injected("clipReleaseImage")) return *st;
+        if (auto st = injected("clipReleaseImage"))
+            return *st;
         return effect::release_image(image) ? kOfxStatOK : kOfxStatErrBadHandle;
     });
 }
@@ -120,9 +142,12 @@ OfxStatus clip_get_region_of_definition(OfxImageClipHandle h, OfxTime, OfxRectD*
 {
     return guarded([&] {
         clip* c = from_handle<clip>(h);
-        if (c == nullptr || c->is_descriptor()) return kOfxStatErrBadHandle;
-        if (auto st = injected("clipGetRegionOfDefinition", c->name().c_str())) return *st;
-        if (bounds == nullptr) return kOfxStatErrValue;
+        if (c == nullptr || c->is_descriptor())
+            return kOfxStatErrBadHandle;
+        if (auto st = injected("clipGetRegionOfDefinition", c->name().c_str()))
+            return *st;
+        if (bounds == nullptr)
+            return kOfxStatErrValue;
         *bounds = c->region_of_definition();
         return kOfxStatOK;
     });
@@ -137,8 +162,10 @@ int abort_render(OfxImageEffectHandle h)
 OfxStatus image_memory_alloc(OfxImageEffectHandle, size_t n, OfxImageMemoryHandle* out)
 {
     return guarded([&] {
-        if (auto st = injected("imageMemoryAlloc")) return *st;
-        if (out == nullptr) return kOfxStatErrValue;
+        if (auto st = injected("imageMemoryAlloc"))
+            return *st;
+        if (out == nullptr)
+            return kOfxStatErrValue;
         *out = reinterpret_cast<OfxImageMemoryHandle>(static_cast<handle_tag*>(new image_memory(n)));
         ++current_state().image_memory_blocks;
         return kOfxStatOK;
@@ -148,9 +175,11 @@ OfxStatus image_memory_alloc(OfxImageEffectHandle, size_t n, OfxImageMemoryHandl
 OfxStatus image_memory_free(OfxImageMemoryHandle h)
 {
     return guarded([&] {
-        if (auto st = injected("imageMemoryFree")) return *st;
+        if (auto st = injected("imageMemoryFree"))
+            return *st;
         image_memory* m = from_handle<image_memory>(h);
-        if (m == nullptr) return kOfxStatErrBadHandle;
+        if (m == nullptr)
+            return kOfxStatErrBadHandle;
         delete m;
         --current_state().image_memory_blocks;
         return kOfxStatOK;
@@ -160,10 +189,13 @@ OfxStatus image_memory_free(OfxImageMemoryHandle h)
 OfxStatus image_memory_lock(OfxImageMemoryHandle h, void** ptr)
 {
     return guarded([&] {
-        if (auto st = injected("imageMemoryLock")) return *st;
+        if (auto st = injected("imageMemoryLock"))
+            return *st;
         image_memory* m = from_handle<image_memory>(h);
-        if (m == nullptr) return kOfxStatErrBadHandle;
-        if (ptr == nullptr) return kOfxStatErrValue;
+        if (m == nullptr)
+            return kOfxStatErrBadHandle;
+        if (ptr == nullptr)
+            return kOfxStatErrValue;
         ++m->locks;
         *ptr = m->bytes.data();
         return kOfxStatOK;
@@ -173,9 +205,11 @@ OfxStatus image_memory_lock(OfxImageMemoryHandle h, void** ptr)
 OfxStatus image_memory_unlock(OfxImageMemoryHandle h)
 {
     return guarded([&] {
-        if (auto st = injected("imageMemoryUnlock")) return *st;
+        if (auto st = injected("imageMemoryUnlock"))
+            return *st;
         image_memory* m = from_handle<image_memory>(h);
-        if (m == nullptr || m->locks == 0) return kOfxStatErrBadHandle;
+        if (m == nullptr || m->locks == 0)
+            return kOfxStatErrBadHandle;
         --m->locks;
         return kOfxStatOK;
     });
@@ -193,4 +227,4 @@ const OfxImageEffectSuiteV1 suite = {
 
 const OfxImageEffectSuiteV1* image_effect_suite() { return &suite; }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -7,8 +7,8 @@
 
 #include "ofx/api/ofx_image_effect.h"
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 const OfxImageEffectSuiteV1* image_effect_suite();
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

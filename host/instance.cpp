@@ -5,43 +5,47 @@
 
 #include <algorithm>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 instance::instance(std::shared_ptr<library> lib, OfxPlugin* record, std::unique_ptr<effect> fx)
-    : lib_(std::move(lib)), record_(record), fx_(std::move(fx))
+    : binary(std::move(lib)), plugin_record(record), effect_instance(std::move(fx))
 {
 }
 
 instance& instance::operator=(instance&& other) noexcept
 {
     if (this != &other) {
-        if (fx_ && alive_) destroy();
-        lib_ = std::move(other.lib_);
-        record_ = other.record_;
-        fx_ = std::move(other.fx_);
-        alive_ = other.alive_;
+        if (effect_instance && is_alive)
+            destroy();
+        binary = std::move(other.binary);
+        plugin_record = other.plugin_record;
+        effect_instance = std::move(other.effect_instance);
+        is_alive = other.is_alive;
     }
     return *this;
 }
 
 instance::~instance()
 {
-    if (fx_ && alive_) destroy();
+    if (effect_instance && is_alive)
+        destroy();
 }
 
-void* instance::instance_data() const { return fx_->properties().get_pointer(kOfxPropInstanceData); }
+void* instance::instance_data() const { return effect_instance->properties().get_pointer(kOfxPropInstanceData); }
 
 param& instance::param(const std::string& name)
 {
-    ofxhost::param* p = fx_->params().find(name);
-    if (p == nullptr) throw host_error("no parameter \"" + name + "\"");
+    ofxhost::param* p = effect_instance->params().find(name);
+    if (p == nullptr)
+        throw host_error("no parameter \"" + name + "\"");
     return *p;
 }
 
 clip& instance::clip(const std::string& name)
 {
-    ofxhost::clip* c = fx_->find_clip(name);
-    if (c == nullptr) throw host_error("no clip \"" + name + "\"");
+    ofxhost::clip* c = effect_instance->find_clip(name);
+    if (c == nullptr)
+        throw host_error("no clip \"" + name + "\"");
     return *c;
 }
 
@@ -61,9 +65,11 @@ void check_clip_depths(effect& fx)
         return;
     std::string first;
     for (const auto& c : fx.clips()) {
-        if (!c->attached()) continue;
+        if (!c->attached())
+            continue;
         const std::string depth = depth_name(c->attached()->depth());
-        if (first.empty()) first = depth;
+        if (first.empty())
+            first = depth;
         if (depth != first) {
             throw host_error("the plug-in takes all clips at one depth, but clip " + c->name() + " is " + depth +
                              " and another " + first);
@@ -75,8 +81,8 @@ void check_clip_depths(effect& fx)
 
 OfxStatus instance::render(OfxTime time, OfxRectI window)
 {
-    check_clip_depths(*fx_);
-    const std::array<double, 2> scale = fx_->render_scale();
+    check_clip_depths(*effect_instance);
+    const std::array<double, 2> scale = effect_instance->render_scale();
     property_set sequence(set_access::read_only);
     sequence.define_double(kOfxImageEffectPropFrameRange, {time, time});
     sequence.define_double("OfxImageEffectPropFrameStep", {1.0});
@@ -93,7 +99,8 @@ OfxStatus instance::render(OfxTime time, OfxRectI window)
     args.define_int("OfxImageEffectPropRenderQualityDraft", {0});
 
     const OfxStatus begin = call_action(kOfxImageEffectActionBeginSequenceRender, sequence.handle(), nullptr);
-    if (begin != kOfxStatOK && begin != kOfxStatReplyDefault) return begin;
+    if (begin != kOfxStatOK && begin != kOfxStatReplyDefault)
+        return begin;
     const OfxStatus st = call_action(kOfxImageEffectActionRender, args.handle(), nullptr);
     call_action(kOfxImageEffectActionEndSequenceRender, sequence.handle(), nullptr);
     return st;
@@ -102,7 +109,8 @@ OfxStatus instance::render(OfxTime time, OfxRectI window)
 OfxStatus instance::render_tiles(OfxTime time, const std::shared_ptr<image>& output, int tile_width,
                                  int tile_height)
 {
-    if (tile_width < 1 || tile_height < 1) throw host_error("tiles must be at least one pixel");
+    if (tile_width < 1 || tile_height < 1)
+        throw host_error("tiles must be at least one pixel");
     const OfxRectI b = output->bounds();
     OfxStatus st = kOfxStatOK;
     for (int y = b.y1; y < b.y2 && st == kOfxStatOK; y += tile_height) {
@@ -129,7 +137,7 @@ OfxStatus instance::param_changed(const std::string& name, const char* reason)
     args.define_string(kOfxPropName, {name});
     args.define_string(kOfxPropChangeReason, {reason});
     args.define_double(kOfxPropTime, {time()});
-    args.define_double(kOfxImageEffectPropRenderScale, {fx_->render_scale()[0], fx_->render_scale()[1]});
+    args.define_double(kOfxImageEffectPropRenderScale, {effect_instance->render_scale()[0], effect_instance->render_scale()[1]});
 
     call_action(kOfxActionBeginInstanceChanged, bracket.handle(), nullptr);
     const OfxStatus st = call_action(kOfxActionInstanceChanged, args.handle(), nullptr);
@@ -139,7 +147,8 @@ OfxStatus instance::param_changed(const std::string& name, const char* reason)
 
 OfxStatus instance::destroy()
 {
-    if (!alive_) return kOfxStatErrBadHandle;
+    if (!is_alive)
+        return kOfxStatErrBadHandle;
     const OfxStatus st = call_action(kOfxActionDestroyInstance, nullptr, nullptr);
     forget();
     return st;
@@ -147,19 +156,19 @@ OfxStatus instance::destroy()
 
 void instance::forget()
 {
-    alive_ = false;
-    fx_->kill();
+    is_alive = false;
+    effect_instance->kill();
 }
 
 OfxStatus instance::call_action(const char* action, const void* handle, OfxPropertySetHandle in_args,
                                 OfxPropertySetHandle out_args)
 {
-    return record_->mainEntry(action, handle, in_args, out_args);
+    return plugin_record->mainEntry(action, handle, in_args, out_args);
 }
 
 OfxStatus instance::call_action(const char* action, OfxPropertySetHandle in_args, OfxPropertySetHandle out_args)
 {
-    return call_action(action, fx_->handle(), in_args, out_args);
+    return call_action(action, effect_instance->handle(), in_args, out_args);
 }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -13,7 +13,7 @@
 #include <memory>
 #include <string>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 class instance {
 public:
@@ -23,10 +23,10 @@ public:
     /// Destroys the instance if it is still alive.
     ~instance();
 
-    OfxImageEffectHandle handle() { return fx_->handle(); }
-    effect& fx() { return *fx_; }
-    property_set& properties() { return fx_->properties(); }
-    const std::string& context() const { return fx_->context(); }
+    OfxImageEffectHandle handle() { return effect_instance->handle(); }
+    effect& fx() { return *effect_instance; }
+    property_set& properties() { return effect_instance->properties(); }
+    const std::string& context() const { return effect_instance->context(); }
     /// kOfxPropInstanceData as the plug-in set it.
     void* instance_data() const;
 
@@ -34,17 +34,17 @@ public:
     ofxhost::param& param(const std::string& name);
     ofxhost::clip& clip(const std::string& name);
 
-    void set_time(OfxTime time) { fx_->set_time(time); }
-    OfxTime time() const { return fx_->time(); }
+    void set_time(OfxTime time) { effect_instance->set_time(time); }
+    OfxTime time() const { return effect_instance->time(); }
     /// Renders from now on run at this scale, with images that the test makes to match
     /// (scaled_bounds); 1 is full size, 0.5 a half-size proxy.
-    void set_render_scale(double x, double y) { fx_->set_render_scale({x, y}); }
+    void set_render_scale(double x, double y) { effect_instance->set_render_scale({x, y}); }
     /// Attaches an image to a clip (null detaches); throws host_error for an unknown clip.
     void set_clip_image(const std::string& clip_name, std::shared_ptr<image> img);
-    void set_abort(bool aborting) { fx_->set_abort(aborting); }
-    void abort_after(int calls) { fx_->abort_after(calls); }
+    void set_abort(bool aborting) { effect_instance->set_abort(aborting); }
+    void abort_after(int calls) { effect_instance->abort_after(calls); }
     /// Images lent through clipGetImage and not given back.
-    int outstanding_images() const { return fx_->outstanding_images(); }
+    int outstanding_images() const { return effect_instance->outstanding_images(); }
 
     /// Begin sequence, render of one frame, end sequence; the render's status, or the begin
     /// action's when that failed. Throws host_error when Source and Output differ in depth
@@ -61,7 +61,7 @@ public:
 
     /// OfxActionDestroyInstance; kOfxStatErrBadHandle when destroyed before.
     OfxStatus destroy();
-    bool alive() const { return alive_; }
+    bool alive() const { return is_alive; }
     /// Marks the instance dead without telling the plug-in (its creation failed).
     void forget();
 
@@ -72,10 +72,10 @@ public:
                           OfxPropertySetHandle out_args = nullptr);
 
 private:
-    std::shared_ptr<library> lib_;
-    OfxPlugin* record_ = nullptr;
-    std::unique_ptr<effect> fx_;
-    bool alive_ = true;
+    std::shared_ptr<library> binary;
+    OfxPlugin* plugin_record = nullptr;
+    std::unique_ptr<effect> effect_instance;
+    bool is_alive = true;
 };
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 /// Splits a ':'-separated list of folders, dropping empty entries.
 std::vector<std::filesystem::path> split_search_path(const std::string& list);
@@ -36,7 +36,7 @@ public:
     library(const library&) = delete;
     library& operator=(const library&) = delete;
 
-    const std::filesystem::path& bundle() const { return bundle_; }
+    const std::filesystem::path& bundle() const { return bundle_path; }
     int plugin_count() const;
     /// The nth plug-in record, checked: throws host_error for an index out of range, a null
     /// record, an API other than "OfxImageEffectPluginAPI" version 1, or missing functions.
@@ -45,13 +45,13 @@ public:
 private:
     library(std::filesystem::path bundle, void* handle);
 
-    std::filesystem::path bundle_;
-    void* handle_;
-    OfxGetNumberOfPluginsFn count_ = nullptr;
-    OfxGetPluginFn get_ = nullptr;
+    std::filesystem::path bundle_path;
+    void* dl_handle;
+    OfxGetNumberOfPluginsFn get_plugin_count = nullptr;
+    OfxGetPluginFn get_plugin = nullptr;
 };
 
 /// Lets the bundle's binary be closed once no plug-in or instance uses it any more.
 void release_library(const std::filesystem::path& bundle);
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -6,7 +6,7 @@
 #include <mutex>
 #include <set>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 namespace {
 
@@ -16,10 +16,13 @@ std::set<void*> blocks;
 OfxStatus memory_alloc(void*, size_t n, void** out)
 {
     try {
-        if (auto st = injected("memoryAlloc")) return *st;
-        if (out == nullptr) return kOfxStatErrValue;
+        if (auto st = injected("memoryAlloc"))
+            return *st;
+        if (out == nullptr)
+            return kOfxStatErrValue;
         void* p = std::malloc(n == 0 ? 1 : n);
-        if (p == nullptr) return kOfxStatErrMemory;
+        if (p == nullptr)
+            return kOfxStatErrMemory;
         std::lock_guard lock(blocks_mutex);
         blocks.insert(p);
         ++current_state().memory_blocks;
@@ -33,9 +36,11 @@ OfxStatus memory_alloc(void*, size_t n, void** out)
 OfxStatus memory_free(void* p)
 {
     try {
-        if (auto st = injected("memoryFree")) return *st;
+        if (auto st = injected("memoryFree"))
+            return *st;
         std::lock_guard lock(blocks_mutex);
-        if (blocks.erase(p) == 0) return kOfxStatErrBadHandle;
+        if (blocks.erase(p) == 0)
+            return kOfxStatErrBadHandle;
         std::free(p);
         --current_state().memory_blocks;
         return kOfxStatOK;
@@ -50,4 +55,4 @@ const OfxMemorySuiteV1 suite = {memory_alloc, memory_free};
 
 const OfxMemorySuiteV1* memory_suite() { return &suite; }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

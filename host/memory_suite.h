@@ -4,8 +4,8 @@
 
 #include "ofx/api/ofx_memory.h"
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 const OfxMemorySuiteV1* memory_suite();
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <vector>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 namespace {
 
@@ -17,7 +17,8 @@ std::string format_message(const char* format, std::va_list ap)
     va_copy(copy, ap);
     const int n = std::vsnprintf(nullptr, 0, format, copy);
     va_end(copy);
-    if (n < 0) return format;
+    if (n < 0)
+        return format;
     std::vector<char> buffer(static_cast<std::size_t>(n) + 1);
     std::vsnprintf(buffer.data(), buffer.size(), format, ap);
     return buffer.data();
@@ -25,17 +26,21 @@ std::string format_message(const char* format, std::va_list ap)
 
 OfxStatus message(void*, const char* type, const char* id, const char* format, ...)
 {
-    if (auto st = injected("message", type)) return *st;
-    if (type == nullptr || format == nullptr) return kOfxStatErrValue;
+    if (auto st = injected("message", type))
+        return *st;
+    if (type == nullptr || format == nullptr)
+        return kOfxStatErrValue;
     std::va_list ap;
     va_start(ap, format);
     OfxStatus status = kOfxStatOK;
     try {
         host_state& state = current_state();
         message_record record{type, id ? id : "", format_message(format, ap)};
-        if (state.echo_messages) std::fprintf(stderr, "[%s] %s\n", type, record.text.c_str());
+        if (state.echo_messages)
+            std::fprintf(stderr, "[%s] %s\n", type, record.text.c_str());
         state.record_message(std::move(record));
-        if (std::strcmp(type, kOfxMessageQuestion) == 0) status = state.question_reply;
+        if (std::strcmp(type, kOfxMessageQuestion) == 0)
+            status = state.question_reply;
     } catch (...) {
         status = kOfxStatFailed;
     }
@@ -55,4 +60,4 @@ const OfxMessageSuiteV1* message_suite() { return &suite; }
 
 const void* interact_suite() { return &interact; }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -5,11 +5,11 @@
 
 #include "ofx/api/ofx_message.h"
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 const OfxMessageSuiteV1* message_suite();
 
 /// The interact suite: the plug-in only fetches it, so an opaque record is all there is.
 const void* interact_suite();
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

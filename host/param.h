@@ -22,7 +22,7 @@
 #include <string>
 #include <vector>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 /// A value of any parameter kind: up to four numbers (r, g, b, a for colours; integers
 /// stored as whole doubles) or a text.
@@ -47,14 +47,14 @@ public:
     param(const param_kind& kind, std::string name, const OfxTime* clock);
 
     OfxParamHandle handle() { return reinterpret_cast<OfxParamHandle>(this); }
-    const std::string& name() const { return name_; }
-    const param_kind& kind_of() const { return *kind_; }
-    const char* type() const { return kind_->type; }
-    bool is_descriptor() const { return clock_ == nullptr; }
-    bool has_value() const { return kind_->shape != value_shape::none; }
-    property_set& properties() { return props_; }
-    const property_set& properties() const { return props_; }
-    OfxTime current_time() const { return clock_ ? *clock_ : 0.0; }
+    const std::string& name() const { return param_name; }
+    const param_kind& kind_of() const { return *param_type; }
+    const char* type() const { return param_type->type; }
+    bool is_descriptor() const { return clock == nullptr; }
+    bool has_value() const { return param_type->shape != value_shape::none; }
+    property_set& properties() { return props; }
+    const property_set& properties() const { return props; }
+    OfxTime current_time() const { return clock ? *clock : 0.0; }
 
     /// The descriptor's kOfxParamPropDefault as a value.
     param_value default_value() const;
@@ -102,13 +102,13 @@ private:
     param_value interpolate(OfxTime time) const;
     bool animates() const;
 
-    const param_kind* kind_;
-    std::string name_;
-    const OfxTime* clock_;
-    property_set props_;
-    mutable std::recursive_mutex mutex_;
-    param_value constant_;
-    key_map keys_;
+    const param_kind* param_type;
+    std::string param_name;
+    const OfxTime* clock;
+    property_set props;
+    mutable std::recursive_mutex value_mutex;
+    param_value constant;
+    key_map keys;
 };
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

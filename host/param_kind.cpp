@@ -7,7 +7,7 @@
 #include <cstring>
 #include <iterator>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 namespace {
 
@@ -48,7 +48,8 @@ void define_numbers(property_set& props, const param_kind& kind)
     const auto n = static_cast<std::size_t>(kind.count);
     if (kind.shape == reals) {
         props.define_double(kOfxParamPropDefault, std::vector<double>(n, 0.0));
-        if (!has_range(kind)) return;
+        if (!has_range(kind))
+            return;
         props.define_double(kOfxParamPropMin, std::vector<double>(n, -DBL_MAX));
         props.define_double(kOfxParamPropMax, std::vector<double>(n, DBL_MAX));
         props.define_double(kOfxParamPropDisplayMin, std::vector<double>(n, -DBL_MAX));
@@ -58,7 +59,8 @@ void define_numbers(property_set& props, const param_kind& kind)
         props.define_string(kOfxParamPropDoubleType, {"OfxParamDoubleTypePlain"});
     } else {
         props.define_int(kOfxParamPropDefault, std::vector<int>(n, 0));
-        if (!has_range(kind)) return;
+        if (!has_range(kind))
+            return;
         props.define_int(kOfxParamPropMin, std::vector<int>(n, INT_MIN));
         props.define_int(kOfxParamPropMax, std::vector<int>(n, INT_MAX));
         props.define_int(kOfxParamPropDisplayMin, std::vector<int>(n, INT_MIN));
@@ -93,9 +95,11 @@ void define_value_properties(property_set& props, const param_kind& kind)
 
 const param_kind* find_param_kind(const char* type)
 {
-    if (type == nullptr) return nullptr;
+    if (type == nullptr)
+        return nullptr;
     for (const auto& k : kinds) {
-        if (std::strcmp(k.type, type) == 0) return &k;
+        if (std::strcmp(k.type, type) == 0)
+            return &k;
     }
     return nullptr;
 }
@@ -112,7 +116,8 @@ void define_param_properties(property_set& props, const param_kind& kind, const 
     props.define_string(kOfxPropType, {kOfxTypeParameter});
     props.define_string(kOfxPropName, {name});
     props.define_string(kOfxParamPropType, {kind.type});
-    for (const char* fixed : {kOfxPropType, kOfxPropName, kOfxParamPropType}) props.protect(fixed);
+    for (const char* fixed : {kOfxPropType, kOfxPropName, kOfxParamPropType})
+        props.protect(fixed);
     props.define_string(kOfxPropLabel, {name});
     props.define_string(kOfxPropShortLabel, {name});
     props.define_string(kOfxPropLongLabel, {name});
@@ -122,11 +127,12 @@ void define_param_properties(property_set& props, const param_kind& kind, const 
     props.define_string(kOfxParamPropHint, {""});
     props.define_string(kOfxParamPropParent, {""});
     props.define_pointer(kOfxParamPropDataPtr, nullptr);
-    if (kind.shape != value_shape::none) define_value_properties(props, kind);
+    if (kind.shape != value_shape::none)
+        define_value_properties(props, kind);
     if (std::strcmp(kind.type, kOfxParamTypeGroup) == 0) props.define_int("OfxParamPropGroupOpen", {1});
     if (std::strcmp(kind.type, kOfxParamTypePage) == 0) {
         props.define_string("OfxParamPropPageChild", {}, prop_dimension::variable);
     }
 }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

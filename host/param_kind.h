@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 enum class value_shape { none, reals, integers, text };
 enum class interpolation { none, linear, linear_rounded, step };
@@ -27,4 +27,4 @@ std::string short_type_name(const char* type);
 /// Fills a new parameter descriptor's property set with the host's defaults for the kind.
 void define_param_properties(property_set& props, const param_kind& kind, const std::string& name);
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

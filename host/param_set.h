@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 class param_set : public handle_tag {
 public:
@@ -22,15 +22,15 @@ public:
     explicit param_set(const OfxTime* clock);
 
     OfxParamSetHandle handle() { return reinterpret_cast<OfxParamSetHandle>(this); }
-    bool is_descriptor() const { return clock_ == nullptr; }
-    property_set& properties() { return props_; }
+    bool is_descriptor() const { return clock == nullptr; }
+    property_set& properties() { return props; }
 
     /// paramDefine: kOfxStatErrExists for a taken name, kOfxStatErrUnknown for an unknown
     /// type, kOfxStatErrUnsupported on an instance's set.
     OfxStatus define(const char* type, const char* name, param** out);
     param* find(const std::string& name);
     const param* find(const std::string& name) const;
-    const std::vector<std::unique_ptr<param>>& params() const { return params_; }
+    const std::vector<std::unique_ptr<param>>& params() const { return param_list; }
 
     /// Makes an instance's parameters from a descriptor set: same names, types and properties,
     /// each valued at its default.
@@ -39,16 +39,16 @@ public:
     OfxStatus edit_begin(const char* name);
     OfxStatus edit_end();
     /// Names of the edit blocks the plug-in has closed, oldest first.
-    std::vector<std::string> closed_edits() const { return closed_edits_; }
-    bool editing() const { return editing_; }
+    std::vector<std::string> closed_edits() const { return closed_edit_names; }
+    bool editing() const { return edit_open; }
 
 private:
-    const OfxTime* clock_;
-    property_set props_;
-    std::vector<std::unique_ptr<param>> params_;
-    bool editing_ = false;
-    std::string edit_name_;
-    std::vector<std::string> closed_edits_;
+    const OfxTime* clock;
+    property_set props;
+    std::vector<std::unique_ptr<param>> param_list;
+    bool edit_open = false;
+    std::string edit_name;
+    std::vector<std::string> closed_edit_names;
 };
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -6,7 +6,7 @@
 #include <cstdarg>
 #include <new>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 namespace {
 
@@ -26,10 +26,14 @@ OfxStatus guarded(Body&& body)
 OfxStatus value_param(const char* function, OfxParamHandle handle, param** out)
 {
     param* p = from_handle<param>(handle);
-    if (p == nullptr) return kOfxStatErrBadHandle;
-    if (auto st = injected(function, p->name().c_str())) return *st;
-    if (p->is_descriptor()) return kOfxStatErrBadHandle;
-    if (!p->has_value()) return kOfxStatErrUnsupported;
+    if (p == nullptr)
+        return kOfxStatErrBadHandle;
+    if (auto st = injected(function, p->name().c_str()))
+        return *st;
+    if (p->is_descriptor())
+        return kOfxStatErrBadHandle;
+    if (!p->has_value())
+        return kOfxStatErrUnsupported;
     *out = p;
     return kOfxStatOK;
 }
@@ -43,7 +47,8 @@ OfxStatus read_values(const param& p, std::va_list ap, param_value& out)
     }
     if (kind.shape == value_shape::text) {
         const char* text = va_arg(ap, const char*);
-        if (text == nullptr) return kOfxStatErrValue;
+        if (text == nullptr)
+            return kOfxStatErrValue;
         out.text = text;
     }
     return kOfxStatOK;
@@ -56,17 +61,20 @@ OfxStatus write_values(const param& p, const param_value& value, const std::stri
     for (int i = 0; i < kind.count; ++i) {
         if (kind.shape == value_shape::reals) {
             double* d = va_arg(ap, double*);
-            if (d == nullptr) return kOfxStatErrValue;
+            if (d == nullptr)
+                return kOfxStatErrValue;
             *d = value.numbers[i];
         } else {
             int* n = va_arg(ap, int*);
-            if (n == nullptr) return kOfxStatErrValue;
+            if (n == nullptr)
+                return kOfxStatErrValue;
             *n = static_cast<int>(value.numbers[i]);
         }
     }
     if (kind.shape == value_shape::text) {
         char** t = va_arg(ap, char**);
-        if (t == nullptr) return kOfxStatErrValue;
+        if (t == nullptr)
+            return kOfxStatErrValue;
         *t = const_cast<char*>(text->c_str());
     }
     return kOfxStatOK;
@@ -76,9 +84,11 @@ OfxStatus get_at(const char* function, OfxParamHandle h, const OfxTime* time, st
 {
     return guarded([&] {
         param* p = nullptr;
-        if (OfxStatus st = value_param(function, h, &p); st != kOfxStatOK) return st;
+        if (OfxStatus st = value_param(function, h, &p); st != kOfxStatOK)
+            return st;
         const OfxTime t = time ? *time : p->current_time();
-        if (p->kind_of().shape == value_shape::text) return write_values(*p, {}, &p->text_at(t), ap);
+        if (p->kind_of().shape == value_shape::text)
+            return write_values(*p, {}, &p->text_at(t), ap);
         return write_values(*p, p->value_at(t), nullptr, ap);
     });
 }
@@ -87,9 +97,11 @@ OfxStatus set_at(const char* function, OfxParamHandle h, const OfxTime* time, st
 {
     return guarded([&] {
         param* p = nullptr;
-        if (OfxStatus st = value_param(function, h, &p); st != kOfxStatOK) return st;
+        if (OfxStatus st = value_param(function, h, &p); st != kOfxStatOK)
+            return st;
         param_value v;
-        if (OfxStatus st = read_values(*p, ap, v); st != kOfxStatOK) return st;
+        if (OfxStatus st = read_values(*p, ap, v); st != kOfxStatOK)
+            return st;
         if (time) {
             p->set_value_at(*time, std::move(v));
         } else {
@@ -109,12 +121,15 @@ OfxStatus write_reals(const param& p, const std::array<double, 4>& values, std::
 OfxStatus param_define(OfxParamSetHandle set, const char* type, const char* name, OfxPropertySetHandle* props)
 {
     return guarded([&] {
-        if (auto st = injected("paramDefine", name)) return *st;
+        if (auto st = injected("paramDefine", name))
+            return *st;
         param_set* s = from_handle<param_set>(set);
-        if (s == nullptr) return kOfxStatErrBadHandle;
+        if (s == nullptr)
+            return kOfxStatErrBadHandle;
         param* p = nullptr;
         OfxStatus st = s->define(type, name, &p);
-        if (st == kOfxStatOK && props != nullptr) *props = p->properties().handle();
+        if (st == kOfxStatOK && props != nullptr)
+            *props = p->properties().handle();
         return st;
     });
 }
@@ -122,14 +137,19 @@ OfxStatus param_define(OfxParamSetHandle set, const char* type, const char* name
 OfxStatus param_get_handle(OfxParamSetHandle set, const char* name, OfxParamHandle* out, OfxPropertySetHandle* props)
 {
     return guarded([&] {
-        if (auto st = injected("paramGetHandle", name)) return *st;
+        if (auto st = injected("paramGetHandle", name))
+            return *st;
         param_set* s = from_handle<param_set>(set);
-        if (s == nullptr) return kOfxStatErrBadHandle;
-        if (name == nullptr || out == nullptr) return kOfxStatErrValue;
+        if (s == nullptr)
+            return kOfxStatErrBadHandle;
+        if (name == nullptr || out == nullptr)
+            return kOfxStatErrValue;
         param* p = s->find(name);
-        if (p == nullptr) return kOfxStatErrUnknown;
+        if (p == nullptr)
+            return kOfxStatErrUnknown;
         *out = p->handle();
-        if (props != nullptr) *props = p->properties().handle();
+        if (props != nullptr)
+            *props = p->properties().handle();
         return kOfxStatOK;
     });
 }
@@ -137,10 +157,13 @@ OfxStatus param_get_handle(OfxParamSetHandle set, const char* name, OfxParamHand
 OfxStatus param_set_get_property_set(OfxParamSetHandle set, OfxPropertySetHandle* props)
 {
     return guarded([&] {
-        if (auto st = injected("paramSetGetPropertySet")) return *st;
+        if (auto st = injected("paramSetGetPropertySet"))
+            return *st;
         param_set* s = from_handle<param_set>(set);
-        if (s == nullptr) return kOfxStatErrBadHandle;
-        if (props == nullptr) return kOfxStatErrValue;
+        if (s == nullptr)
+            return kOfxStatErrBadHandle;
+        if (props == nullptr)
+            return kOfxStatErrValue;
         *props = s->properties().handle();
         return kOfxStatOK;
     });
@@ -150,9 +173,12 @@ OfxStatus param_get_property_set(OfxParamHandle h, OfxPropertySetHandle* props)
 {
     return guarded([&] {
         param* p = from_handle<param>(h);
-        if (p == nullptr) return kOfxStatErrBadHandle;
-        if (auto st = injected("paramGetPropertySet", p->name().c_str())) return *st;
-        if (props == nullptr) return kOfxStatErrValue;
+        if (p == nullptr)
+            return kOfxStatErrBadHandle;
+        if (auto st = injected("paramGetPropertySet", p->name().c_str()))
+            return *st;
+        if (props == nullptr)
+            return kOfxStatErrValue;
         *props = p->properties().handle();
         return kOfxStatOK;
     });
@@ -182,8 +208,10 @@ OfxStatus param_get_derivative(OfxParamHandle h, OfxTime time, ...)
     va_start(ap, time);
     OfxStatus st = guarded([&] {
         param* p = nullptr;
-        if (OfxStatus s = value_param("paramGetDerivative", h, &p); s != kOfxStatOK) return s;
-        if (p->kind_of().shape != value_shape::reals) return kOfxStatErrValue;
+        if (OfxStatus s = value_param("paramGetDerivative", h, &p); s != kOfxStatOK)
+            return s;
+        if (p->kind_of().shape != value_shape::reals)
+            return kOfxStatErrValue;
         return write_reals(*p, p->derivative(time), ap);
     });
     va_end(ap);
@@ -196,8 +224,10 @@ OfxStatus param_get_integral(OfxParamHandle h, OfxTime t1, OfxTime t2, ...)
     va_start(ap, t2);
     OfxStatus st = guarded([&] {
         param* p = nullptr;
-        if (OfxStatus s = value_param("paramGetIntegral", h, &p); s != kOfxStatOK) return s;
-        if (p->kind_of().shape != value_shape::reals) return kOfxStatErrValue;
+        if (OfxStatus s = value_param("paramGetIntegral", h, &p); s != kOfxStatOK)
+            return s;
+        if (p->kind_of().shape != value_shape::reals)
+            return kOfxStatErrValue;
         return write_reals(*p, p->integral(t1, t2), ap);
     });
     va_end(ap);
@@ -226,8 +256,10 @@ OfxStatus param_get_num_keys(OfxParamHandle h, unsigned int* count)
 {
     return guarded([&] {
         param* p = nullptr;
-        if (OfxStatus st = value_param("paramGetNumKeys", h, &p); st != kOfxStatOK) return st;
-        if (count == nullptr) return kOfxStatErrValue;
+        if (OfxStatus st = value_param("paramGetNumKeys", h, &p); st != kOfxStatOK)
+            return st;
+        if (count == nullptr)
+            return kOfxStatErrValue;
         *count = static_cast<unsigned int>(p->key_times().size());
         return kOfxStatOK;
     });
@@ -237,10 +269,13 @@ OfxStatus param_get_key_time(OfxParamHandle h, unsigned int nth, OfxTime* time)
 {
     return guarded([&] {
         param* p = nullptr;
-        if (OfxStatus st = value_param("paramGetKeyTime", h, &p); st != kOfxStatOK) return st;
-        if (time == nullptr) return kOfxStatErrValue;
+        if (OfxStatus st = value_param("paramGetKeyTime", h, &p); st != kOfxStatOK)
+            return st;
+        if (time == nullptr)
+            return kOfxStatErrValue;
         const auto times = p->key_times();
-        if (nth >= times.size()) return kOfxStatErrBadIndex;
+        if (nth >= times.size())
+            return kOfxStatErrBadIndex;
         *time = times[nth];
         return kOfxStatOK;
     });
@@ -250,10 +285,13 @@ OfxStatus param_get_key_index(OfxParamHandle h, OfxTime time, int direction, int
 {
     return guarded([&] {
         param* p = nullptr;
-        if (OfxStatus st = value_param("paramGetKeyIndex", h, &p); st != kOfxStatOK) return st;
-        if (index == nullptr) return kOfxStatErrValue;
+        if (OfxStatus st = value_param("paramGetKeyIndex", h, &p); st != kOfxStatOK)
+            return st;
+        if (index == nullptr)
+            return kOfxStatErrValue;
         const auto found = p->key_index(time, direction);
-        if (!found) return kOfxStatFailed;
+        if (!found)
+            return kOfxStatFailed;
         *index = *found;
         return kOfxStatOK;
     });
@@ -263,7 +301,8 @@ OfxStatus param_delete_key(OfxParamHandle h, OfxTime time)
 {
     return guarded([&] {
         param* p = nullptr;
-        if (OfxStatus st = value_param("paramDeleteKey", h, &p); st != kOfxStatOK) return st;
+        if (OfxStatus st = value_param("paramDeleteKey", h, &p); st != kOfxStatOK)
+            return st;
         return p->delete_key(time) ? kOfxStatOK : kOfxStatErrBadIndex;
     });
 }
@@ -272,7 +311,8 @@ OfxStatus param_delete_all_keys(OfxParamHandle h)
 {
     return guarded([&] {
         param* p = nullptr;
-        if (OfxStatus st = value_param("paramDeleteAllKeys", h, &p); st != kOfxStatOK) return st;
+        if (OfxStatus st = value_param("paramDeleteAllKeys", h, &p); st != kOfxStatOK)
+            return st;
         p->delete_all_keys();
         return kOfxStatOK;
     });
@@ -282,10 +322,13 @@ OfxStatus param_copy(OfxParamHandle to, OfxParamHandle from, OfxTime offset, con
 {
     return guarded([&] {
         param* dst = nullptr;
-        if (OfxStatus st = value_param("paramCopy", to, &dst); st != kOfxStatOK) return st;
+        if (OfxStatus st = value_param("paramCopy", to, &dst); st != kOfxStatOK)
+            return st;
         param* src = from_handle<param>(from);
-        if (src == nullptr || src->is_descriptor()) return kOfxStatErrBadHandle;
-        if (&src->kind_of() != &dst->kind_of()) return kOfxStatErrValue;
+        if (src == nullptr || src->is_descriptor())
+            return kOfxStatErrBadHandle;
+        if (&src->kind_of() != &dst->kind_of())
+            return kOfxStatErrValue;
         dst->copy_from(*src, offset, range);
         return kOfxStatOK;
     });
@@ -294,7 +337,8 @@ OfxStatus param_copy(OfxParamHandle to, OfxParamHandle from, OfxTime offset, con
 OfxStatus param_edit_begin(OfxParamSetHandle set, const char* name)
 {
     return guarded([&] {
-        if (auto st = injected("paramEditBegin", name)) return *st;
+        if (auto st = injected("paramEditBegin", name))
+            return *st;
         param_set* s = from_handle<param_set>(set);
         return s == nullptr ? kOfxStatErrBadHandle : s->edit_begin(name);
     });
@@ -303,7 +347,8 @@ OfxStatus param_edit_begin(OfxParamSetHandle set, const char* name)
 OfxStatus param_edit_end(OfxParamSetHandle set)
 {
     return guarded([&] {
-        if (auto st = injected("paramEditEnd")) return *st;
+        if (auto st = injected("paramEditEnd"))
+            return *st;
         param_set* s = from_handle<param_set>(set);
         return s == nullptr ? kOfxStatErrBadHandle : s->edit_end();
     });
@@ -321,4 +366,4 @@ const OfxParameterSuiteV1 suite = {
 
 const OfxParameterSuiteV1* parameter_suite() { return &suite; }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -8,8 +8,8 @@
 
 #include "ofx/api/ofx_param.h"
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 const OfxParameterSuiteV1* parameter_suite();
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -17,7 +17,7 @@
 #include <utility>
 #include <vector>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 using initial_values = std::vector<std::pair<std::string, param_value>>;
 
@@ -25,12 +25,12 @@ class plugin {
 public:
     plugin(std::shared_ptr<library> lib, OfxPlugin* record, int index);
 
-    std::string identifier() const { return record_->pluginIdentifier; }
-    unsigned version_major() const { return record_->pluginVersionMajor; }
-    unsigned version_minor() const { return record_->pluginVersionMinor; }
-    int index() const { return index_; }
-    const std::filesystem::path& bundle() const { return lib_->bundle(); }
-    OfxPlugin* record() const { return record_; }
+    std::string identifier() const { return plugin_record->pluginIdentifier; }
+    unsigned version_major() const { return plugin_record->pluginVersionMajor; }
+    unsigned version_minor() const { return plugin_record->pluginVersionMinor; }
+    int index() const { return record_index; }
+    const std::filesystem::path& bundle() const { return binary->bundle(); }
+    OfxPlugin* record() const { return plugin_record; }
 
     /// Any action with any arguments, for tests that play a hostile host.
     OfxStatus call_action(const char* action, const void* handle, OfxPropertySetHandle in_args,
@@ -51,7 +51,7 @@ public:
     OfxStatus describe_in_context(const std::string& context);
 
     /// The descriptors made so far; null before the action ran.
-    effect* descriptor() { return descriptor_.get(); }
+    effect* descriptor() { return main_descriptor.get(); }
     effect* context_descriptor(const std::string& context);
 
     /// What the descriptors say, for listings and tests; describes the contexts not yet described.
@@ -66,14 +66,14 @@ public:
     instance create_instance(const std::string& context, const initial_values& values = {});
 
 private:
-    std::shared_ptr<library> lib_;
-    OfxPlugin* record_;
-    int index_;
-    std::unique_ptr<effect> descriptor_;
-    std::map<std::string, std::unique_ptr<effect>> contexts_;
+    std::shared_ptr<library> binary;
+    OfxPlugin* plugin_record;
+    int record_index;
+    std::unique_ptr<effect> main_descriptor;
+    std::map<std::string, std::unique_ptr<effect>> context_descriptors;
 };
 
 /// kOfxStatOK or kOfxStatReplyDefault: an action the plug-in did or let the host do.
 inline bool succeeded(OfxStatus status) { return status == kOfxStatOK || status == kOfxStatReplyDefault; }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 namespace {
 
@@ -19,7 +19,8 @@ std::string format_value(const prop_value& value)
     case prop_type::real: std::snprintf(buffer, sizeof buffer, "%g", std::get<double>(value)); return buffer;
     case prop_type::string: return "\"" + std::get<std::string>(value) + "\"";
     case prop_type::pointer:
-        if (std::get<void*>(value) == nullptr) return "null";
+        if (std::get<void*>(value) == nullptr)
+            return "null";
         std::snprintf(buffer, sizeof buffer, "%p", std::get<void*>(value));
         return buffer;
     }
@@ -39,17 +40,19 @@ const char* prop_type_name(prop_type type)
     return "?";
 }
 
-property_set::property_set(set_access access) : handle_tag(kind), access_(access) {}
+property_set::property_set(set_access access) : handle_tag(kind), access_mode(access) {}
 
 void property_set::define(const std::string& name, prop_type type, std::vector<prop_value> defaults,
                           prop_dimension dimension, bool plugin_writable)
 {
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(values_mutex);
     for (const auto& v : defaults) {
-        if (type_of_value(v) != type) throw host_error("property " + name + ": default of the wrong type");
+        if (type_of_value(v) != type)
+            throw host_error("property " + name + ": default of the wrong type");
     }
-    auto [it, inserted] = properties_.try_emplace(name);
-    if (inserted) order_.push_back(name);
+    auto [it, inserted] = by_name.try_emplace(name);
+    if (inserted)
+        definition_order.push_back(name);
     property& p = it->second;
     p.type = type;
     p.dimension = dimension;
@@ -81,53 +84,59 @@ void property_set::define_pointer(const std::string& name, void* value)
 
 void property_set::protect(const std::string& name)
 {
-    std::lock_guard lock(mutex_);
-    auto it = properties_.find(name);
-    if (it != properties_.end()) it->second.plugin_writable = false;
+    std::lock_guard lock(values_mutex);
+    auto it = by_name.find(name);
+    if (it != by_name.end())
+        it->second.plugin_writable = false;
 }
 
 void property_set::copy_from(const property_set& other)
 {
-    if (&other == this) return;
-    std::scoped_lock lock(mutex_, other.mutex_);
-    for (const auto& name : other.order_) {
-        auto [it, inserted] = properties_.insert_or_assign(name, other.properties_.at(name));
-        if (inserted) order_.push_back(name);
+    if (&other == this)
+        return;
+    std::scoped_lock lock(values_mutex, other.values_mutex);
+    for (const auto& name : other.definition_order) {
+        auto [it, inserted] = by_name.insert_or_assign(name, other.by_name.at(name));
+        if (inserted)
+            definition_order.push_back(name);
     }
 }
 
 bool property_set::has(const std::string& name) const
 {
-    std::lock_guard lock(mutex_);
-    return properties_.count(name) != 0;
+    std::lock_guard lock(values_mutex);
+    return by_name.count(name) != 0;
 }
 
 int property_set::dimension(const std::string& name) const
 {
-    std::lock_guard lock(mutex_);
-    auto it = properties_.find(name);
-    if (it == properties_.end()) throw host_error("no property " + name);
+    std::lock_guard lock(values_mutex);
+    auto it = by_name.find(name);
+    if (it == by_name.end())
+        throw host_error("no property " + name);
     return static_cast<int>(it->second.values.size());
 }
 
 prop_type property_set::type_of(const std::string& name) const
 {
-    std::lock_guard lock(mutex_);
-    auto it = properties_.find(name);
-    if (it == properties_.end()) throw host_error("no property " + name);
+    std::lock_guard lock(values_mutex);
+    auto it = by_name.find(name);
+    if (it == by_name.end())
+        throw host_error("no property " + name);
     return it->second.type;
 }
 
 std::vector<std::string> property_set::names() const
 {
-    std::lock_guard lock(mutex_);
-    return order_;
+    std::lock_guard lock(values_mutex);
+    return definition_order;
 }
 
 const property_set::property& property_set::find(const std::string& name, prop_type type, int index) const
 {
-    auto it = properties_.find(name);
-    if (it == properties_.end()) throw host_error("no property " + name);
+    auto it = by_name.find(name);
+    if (it == by_name.end())
+        throw host_error("no property " + name);
     if (it->second.type != type) {
         throw host_error("property " + name + " is of type " + prop_type_name(it->second.type) + ", not " +
                          prop_type_name(type));
@@ -140,25 +149,25 @@ const property_set::property& property_set::find(const std::string& name, prop_t
 
 int property_set::get_int(const std::string& name, int index) const
 {
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(values_mutex);
     return std::get<int>(find(name, prop_type::integer, index).values[index]);
 }
 
 double property_set::get_double(const std::string& name, int index) const
 {
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(values_mutex);
     return std::get<double>(find(name, prop_type::real, index).values[index]);
 }
 
 std::string property_set::get_string(const std::string& name, int index) const
 {
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(values_mutex);
     return std::get<std::string>(find(name, prop_type::string, index).values[index]);
 }
 
 void* property_set::get_pointer(const std::string& name, int index) const
 {
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(values_mutex);
     return std::get<void*>(find(name, prop_type::pointer, index).values[index]);
 }
 
@@ -166,40 +175,43 @@ template <class T>
 static std::vector<T> all_of(const std::deque<prop_value>& values)
 {
     std::vector<T> out;
-    for (const auto& v : values) out.push_back(std::get<T>(v));
+    for (const auto& v : values)
+        out.push_back(std::get<T>(v));
     return out;
 }
 
 std::vector<int> property_set::get_ints(const std::string& name) const
 {
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(values_mutex);
     return all_of<int>(find(name, prop_type::integer, 0).values);
 }
 
 std::vector<double> property_set::get_doubles(const std::string& name) const
 {
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(values_mutex);
     return all_of<double>(find(name, prop_type::real, 0).values);
 }
 
 std::vector<std::string> property_set::get_strings(const std::string& name) const
 {
-    std::lock_guard lock(mutex_);
-    auto it = properties_.find(name);
-    if (it == properties_.end() || it->second.type != prop_type::string) throw host_error("no string property " + name);
+    std::lock_guard lock(values_mutex);
+    auto it = by_name.find(name);
+    if (it == by_name.end() || it->second.type != prop_type::string)
+        throw host_error("no string property " + name);
     return all_of<std::string>(it->second.values);
 }
 
 void property_set::host_set(const std::string& name, prop_type type, prop_value value, int index)
 {
-    std::lock_guard lock(mutex_);
-    auto it = properties_.find(name);
-    if (it == properties_.end()) {
+    std::lock_guard lock(values_mutex);
+    auto it = by_name.find(name);
+    if (it == by_name.end()) {
         define(name, type, {}, prop_dimension::variable);
-        it = properties_.find(name);
+        it = by_name.find(name);
     }
     property& p = it->second;
-    if (p.type != type) throw host_error("property " + name + " is of type " + prop_type_name(p.type));
+    if (p.type != type)
+        throw host_error("property " + name + " is of type " + prop_type_name(p.type));
     if (index < 0 || index > static_cast<int>(p.values.size())) {
         throw host_error("property " + name + " has no index " + std::to_string(index));
     }
@@ -228,12 +240,14 @@ void property_set::set_pointer(const std::string& name, void* value, int index)
 
 std::string property_set::format(const std::string& name) const
 {
-    std::lock_guard lock(mutex_);
-    auto it = properties_.find(name);
-    if (it == properties_.end()) return {};
+    std::lock_guard lock(values_mutex);
+    auto it = by_name.find(name);
+    if (it == by_name.end())
+        return {};
     std::string out;
     for (const auto& v : it->second.values) {
-        if (!out.empty()) out += ", ";
+        if (!out.empty())
+            out += ", ";
         out += format_value(v);
     }
     return out;
@@ -251,52 +265,65 @@ void property_set::assign(property& p, int index, prop_value value)
 
 OfxStatus property_set::check_writable(const char* name, prop_type type, property** out)
 {
-    auto it = properties_.find(name);
-    if (it == properties_.end()) {
-        if (access_ != set_access::open) return kOfxStatErrUnknown;
-        it = properties_.try_emplace(name).first;
-        order_.push_back(name);
+    auto it = by_name.find(name);
+    if (it == by_name.end()) {
+        if (access_mode != set_access::open)
+            return kOfxStatErrUnknown;
+        it = by_name.try_emplace(name).first;
+        definition_order.push_back(name);
         it->second.type = type;
         it->second.dimension = prop_dimension::variable;
     }
-    if (access_ == set_access::read_only || !it->second.plugin_writable) return kOfxStatErrUnsupported;
-    if (it->second.type != type) return kOfxStatErrValue;
+    if (access_mode == set_access::read_only || !it->second.plugin_writable)
+        return kOfxStatErrUnsupported;
+    if (it->second.type != type)
+        return kOfxStatErrValue;
     *out = &it->second;
     return kOfxStatOK;
 }
 
 OfxStatus property_set::plugin_set(const char* name, int index, prop_value value)
 {
-    std::lock_guard lock(mutex_);
+    std::lock_guard lock(values_mutex);
     property* p = nullptr;
-    if (OfxStatus st = check_writable(name, type_of_value(value), &p); st != kOfxStatOK) return st;
+    if (OfxStatus st = check_writable(name, type_of_value(value), &p); st != kOfxStatOK)
+        return st;
     const int size = static_cast<int>(p->values.size());
     const int limit = p->dimension == prop_dimension::variable ? size : size - 1;
-    if (index < 0 || index > limit) return kOfxStatErrBadIndex;
+    if (index < 0 || index > limit)
+        return kOfxStatErrBadIndex;
     assign(*p, index, std::move(value));
     return kOfxStatOK;
 }
 
 OfxStatus property_set::plugin_set_n(const char* name, const std::vector<prop_value>& values)
 {
-    std::lock_guard lock(mutex_);
-    if (values.empty()) return kOfxStatErrBadIndex;
+    std::lock_guard lock(values_mutex);
+    if (values.empty())
+        return kOfxStatErrBadIndex;
     property* p = nullptr;
-    if (OfxStatus st = check_writable(name, type_of_value(values.front()), &p); st != kOfxStatOK) return st;
+    if (OfxStatus st = check_writable(name, type_of_value(values.front()), &p); st != kOfxStatOK)
+        return st;
     const auto count = values.size();
-    if (p->dimension == prop_dimension::fixed && count > p->values.size()) return kOfxStatErrBadIndex;
-    for (std::size_t i = 0; i < count; ++i) assign(*p, static_cast<int>(i), values[i]);
-    if (p->dimension == prop_dimension::variable) p->values.resize(count);
+    if (p->dimension == prop_dimension::fixed && count > p->values.size())
+        return kOfxStatErrBadIndex;
+    for (std::size_t i = 0; i < count; ++i)
+        assign(*p, static_cast<int>(i), values[i]);
+    if (p->dimension == prop_dimension::variable)
+        p->values.resize(count);
     return kOfxStatOK;
 }
 
 OfxStatus property_set::plugin_get(const char* name, int index, prop_type type, const prop_value** out) const
 {
-    std::lock_guard lock(mutex_);
-    auto it = properties_.find(name);
-    if (it == properties_.end()) return kOfxStatErrUnknown;
-    if (it->second.type != type) return kOfxStatErrValue;
-    if (index < 0 || index >= static_cast<int>(it->second.values.size())) return kOfxStatErrBadIndex;
+    std::lock_guard lock(values_mutex);
+    auto it = by_name.find(name);
+    if (it == by_name.end())
+        return kOfxStatErrUnknown;
+    if (it->second.type != type)
+        return kOfxStatErrValue;
+    if (index < 0 || index >= static_cast<int>(it->second.values.size()))
+        return kOfxStatErrBadIndex;
     *out = &it->second.values[index];
     return kOfxStatOK;
 }
@@ -304,35 +331,43 @@ OfxStatus property_set::plugin_get(const char* name, int index, prop_type type, 
 OfxStatus property_set::plugin_get_n(const char* name, int count, prop_type type,
                                      std::vector<const prop_value*>& out) const
 {
-    std::lock_guard lock(mutex_);
-    auto it = properties_.find(name);
-    if (it == properties_.end()) return kOfxStatErrUnknown;
-    if (it->second.type != type) return kOfxStatErrValue;
-    if (count <= 0 || count > static_cast<int>(it->second.values.size())) return kOfxStatErrBadIndex;
+    std::lock_guard lock(values_mutex);
+    auto it = by_name.find(name);
+    if (it == by_name.end())
+        return kOfxStatErrUnknown;
+    if (it->second.type != type)
+        return kOfxStatErrValue;
+    if (count <= 0 || count > static_cast<int>(it->second.values.size()))
+        return kOfxStatErrBadIndex;
     out.clear();
-    for (int i = 0; i < count; ++i) out.push_back(&it->second.values[i]);
+    for (int i = 0; i < count; ++i)
+        out.push_back(&it->second.values[i]);
     return kOfxStatOK;
 }
 
 OfxStatus property_set::plugin_reset(const char* name)
 {
-    std::lock_guard lock(mutex_);
-    auto it = properties_.find(name);
-    if (it == properties_.end()) return kOfxStatErrUnknown;
-    if (access_ == set_access::read_only || !it->second.plugin_writable) return kOfxStatErrUnsupported;
+    std::lock_guard lock(values_mutex);
+    auto it = by_name.find(name);
+    if (it == by_name.end())
+        return kOfxStatErrUnknown;
+    if (access_mode == set_access::read_only || !it->second.plugin_writable)
+        return kOfxStatErrUnsupported;
     property& p = it->second;
     p.values.resize(p.defaults.size());
-    for (std::size_t i = 0; i < p.defaults.size(); ++i) assign(p, static_cast<int>(i), p.defaults[i]);
+    for (std::size_t i = 0; i < p.defaults.size(); ++i)
+        assign(p, static_cast<int>(i), p.defaults[i]);
     return kOfxStatOK;
 }
 
 OfxStatus property_set::plugin_dimension(const char* name, int* count) const
 {
-    std::lock_guard lock(mutex_);
-    auto it = properties_.find(name);
-    if (it == properties_.end()) return kOfxStatErrUnknown;
+    std::lock_guard lock(values_mutex);
+    auto it = by_name.find(name);
+    if (it == by_name.end())
+        return kOfxStatErrUnknown;
     *count = static_cast<int>(it->second.values.size());
     return kOfxStatOK;
 }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -26,7 +26,7 @@
 #include <variant>
 #include <vector>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 enum class prop_type { integer, real, string, pointer };
 enum class set_access { open, fixed, read_only };
@@ -45,8 +45,8 @@ public:
     property_set& operator=(const property_set&) = delete;
 
     OfxPropertySetHandle handle() { return reinterpret_cast<OfxPropertySetHandle>(this); }
-    set_access access() const { return access_; }
-    void set_access_mode(set_access access) { access_ = access; }
+    set_access access() const { return access_mode; }
+    void set_access_mode(set_access access) { access_mode = access; }
 
     /// Defines (or redefines) a property with its default values; the dimension is the
     /// number of values, and `variable` lets the plug-in grow or shrink it.
@@ -106,10 +106,10 @@ private:
     OfxStatus check_writable(const char* name, prop_type type, property** out);
     static void assign(property& p, int index, prop_value value);
 
-    set_access access_;
-    mutable std::recursive_mutex mutex_;
-    std::map<std::string, property> properties_;
-    std::vector<std::string> order_;
+    set_access access_mode;
+    mutable std::recursive_mutex values_mutex;
+    std::map<std::string, property> by_name;
+    std::vector<std::string> definition_order;
 };
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

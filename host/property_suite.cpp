@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 namespace {
 
@@ -18,10 +18,13 @@ template <class Body>
 OfxStatus run(const char* function, OfxPropertySetHandle handle, const char* property, Body&& body)
 {
     try {
-        if (auto st = injected(function, property)) return *st;
+        if (auto st = injected(function, property))
+            return *st;
         property_set* set = from_handle<property_set>(handle);
-        if (set == nullptr) return kOfxStatErrBadHandle;
-        if (property == nullptr) return kOfxStatErrValue;
+        if (set == nullptr)
+            return kOfxStatErrBadHandle;
+        if (property == nullptr)
+            return kOfxStatErrValue;
         return body(*set);
     } catch (const std::bad_alloc&) {
         return kOfxStatErrMemory;
@@ -38,7 +41,8 @@ OfxStatus set_one(const char* function, OfxPropertySetHandle h, const char* prop
 
 OfxStatus set_string(OfxPropertySetHandle h, const char* property, int index, const char* value)
 {
-    if (value == nullptr) return kOfxStatErrValue;
+    if (value == nullptr)
+        return kOfxStatErrValue;
     return set_one("propSetString", h, property, index, std::string(value));
 }
 
@@ -46,12 +50,15 @@ template <class T, class In>
 OfxStatus set_many(const char* function, OfxPropertySetHandle h, const char* property, int count, const In* values)
 {
     return run(function, h, property, [&](property_set& set) {
-        if (values == nullptr) return kOfxStatErrValue;
-        if (count <= 0) return kOfxStatErrBadIndex;
+        if (values == nullptr)
+            return kOfxStatErrValue;
+        if (count <= 0)
+            return kOfxStatErrBadIndex;
         std::vector<prop_value> converted;
         for (int i = 0; i < count; ++i) {
             if constexpr (std::is_same_v<T, std::string>) {
-                if (values[i] == nullptr) return kOfxStatErrValue;
+                if (values[i] == nullptr)
+                    return kOfxStatErrValue;
             }
             converted.emplace_back(T(values[i]));
         }
@@ -75,10 +82,12 @@ OfxStatus get_one(const char* function, OfxPropertySetHandle h, const char* prop
                   Out* out)
 {
     return run(function, h, property, [&](property_set& set) {
-        if (out == nullptr) return kOfxStatErrValue;
+        if (out == nullptr)
+            return kOfxStatErrValue;
         const prop_value* value = nullptr;
         OfxStatus st = set.plugin_get(property, index, type, &value);
-        if (st == kOfxStatOK) store<T>(*value, out);
+        if (st == kOfxStatOK)
+            store<T>(*value, out);
         return st;
     });
 }
@@ -88,11 +97,14 @@ OfxStatus get_many(const char* function, OfxPropertySetHandle h, const char* pro
                    Out* out)
 {
     return run(function, h, property, [&](property_set& set) {
-        if (out == nullptr) return kOfxStatErrValue;
+        if (out == nullptr)
+            return kOfxStatErrValue;
         std::vector<const prop_value*> values;
         OfxStatus st = set.plugin_get_n(property, count, type, values);
-        if (st != kOfxStatOK) return st;
-        for (int i = 0; i < count; ++i) store<T>(*values[i], out + i);
+        if (st != kOfxStatOK)
+            return st;
+        for (int i = 0; i < count; ++i)
+            store<T>(*values[i], out + i);
         return kOfxStatOK;
     });
 }
@@ -183,4 +195,4 @@ const OfxPropertySuiteV1 suite = {
 
 const OfxPropertySuiteV1* property_suite() { return &suite; }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

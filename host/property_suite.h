@@ -6,8 +6,8 @@
 
 #include "ofx/api/ofx_property.h"
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 const OfxPropertySuiteV1* property_suite();
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -1,6 +1,6 @@
 #include "host/status.h"
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 std::string status_name(OfxStatus status)
 {
@@ -25,4 +25,4 @@ std::string status_name(OfxStatus status)
     }
 }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 /// "kOfxStatErrUnknown" for 3 and so on; "status 42" for a number that isn't an OFX status.
 std::string status_name(OfxStatus status);
@@ -18,4 +18,4 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -8,7 +8,7 @@
 #include <thread>
 #include <vector>
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 namespace {
 
@@ -28,17 +28,22 @@ struct host_mutex : handle_tag {
 unsigned int cpu_count()
 {
     const unsigned configured = current_state().cpu_count;
-    if (configured != 0) return configured;
+    if (configured != 0)
+        return configured;
     const unsigned n = std::thread::hardware_concurrency();
     return n == 0 ? 1 : n;
 }
 
 OfxStatus multi_thread(OfxThreadFunctionV1* func, unsigned int n, void* arg)
 {
-    if (auto st = injected("multiThread")) return *st;
-    if (func == nullptr) return kOfxStatErrValue;
-    if (spawned) return kOfxStatErrExists;
-    if (n == 0) n = cpu_count();
+    if (auto st = injected("multiThread"))
+        return *st;
+    if (func == nullptr)
+        return kOfxStatErrValue;
+    if (spawned)
+        return kOfxStatErrExists;
+    if (n == 0)
+        n = cpu_count();
     try {
         std::vector<std::thread> workers;
         workers.reserve(n);
@@ -49,7 +54,8 @@ OfxStatus multi_thread(OfxThreadFunctionV1* func, unsigned int n, void* arg)
                 func(i, n, arg);
             });
         }
-        for (auto& w : workers) w.join();
+        for (auto& w : workers)
+            w.join();
         return kOfxStatOK;
     } catch (...) {
         return kOfxStatFailed;
@@ -58,16 +64,20 @@ OfxStatus multi_thread(OfxThreadFunctionV1* func, unsigned int n, void* arg)
 
 OfxStatus num_cpus(unsigned int* n)
 {
-    if (auto st = injected("multiThreadNumCPUs")) return *st;
-    if (n == nullptr) return kOfxStatErrValue;
+    if (auto st = injected("multiThreadNumCPUs"))
+        return *st;
+    if (n == nullptr)
+        return kOfxStatErrValue;
     *n = cpu_count();
     return kOfxStatOK;
 }
 
 OfxStatus index_of_thread(unsigned int* index)
 {
-    if (auto st = injected("multiThreadIndex")) return *st;
-    if (index == nullptr) return kOfxStatErrValue;
+    if (auto st = injected("multiThreadIndex"))
+        return *st;
+    if (index == nullptr)
+        return kOfxStatErrValue;
     *index = thread_index;
     return kOfxStatOK;
 }
@@ -76,8 +86,10 @@ int is_spawned() { return spawned ? 1 : 0; }
 
 OfxStatus mutex_create(OfxMutexHandle* out, int lock_count)
 {
-    if (auto st = injected("mutexCreate")) return *st;
-    if (out == nullptr || lock_count < 0) return kOfxStatErrValue;
+    if (auto st = injected("mutexCreate"))
+        return *st;
+    if (out == nullptr || lock_count < 0)
+        return kOfxStatErrValue;
     try {
         auto* m = new host_mutex;
         if (lock_count > 0) {
@@ -93,18 +105,22 @@ OfxStatus mutex_create(OfxMutexHandle* out, int lock_count)
 
 OfxStatus mutex_destroy(OfxMutexHandle h)
 {
-    if (auto st = injected("mutexDestroy")) return *st;
+    if (auto st = injected("mutexDestroy"))
+        return *st;
     host_mutex* m = from_handle<host_mutex>(h);
-    if (m == nullptr) return kOfxStatErrBadHandle;
+    if (m == nullptr)
+        return kOfxStatErrBadHandle;
     delete m;
     return kOfxStatOK;
 }
 
 OfxStatus mutex_lock(OfxMutexHandle h)
 {
-    if (auto st = injected("mutexLock")) return *st;
+    if (auto st = injected("mutexLock"))
+        return *st;
     host_mutex* m = from_handle<host_mutex>(h);
-    if (m == nullptr) return kOfxStatErrBadHandle;
+    if (m == nullptr)
+        return kOfxStatErrBadHandle;
     const auto self = std::this_thread::get_id();
     std::unique_lock lock(m->m);
     m->free.wait(lock, [&] { return m->count == 0 || m->owner == self; });
@@ -115,11 +131,14 @@ OfxStatus mutex_lock(OfxMutexHandle h)
 
 OfxStatus mutex_unlock(OfxMutexHandle h)
 {
-    if (auto st = injected("mutexUnLock")) return *st;
+    if (auto st = injected("mutexUnLock"))
+        return *st;
     host_mutex* m = from_handle<host_mutex>(h);
-    if (m == nullptr) return kOfxStatErrBadHandle;
+    if (m == nullptr)
+        return kOfxStatErrBadHandle;
     std::unique_lock lock(m->m);
-    if (m->count == 0 || m->owner != std::this_thread::get_id()) return kOfxStatErrBadHandle;
+    if (m->count == 0 || m->owner != std::this_thread::get_id())
+        return kOfxStatErrBadHandle;
     if (--m->count == 0) {
         m->owner = {};
         lock.unlock();
@@ -130,12 +149,15 @@ OfxStatus mutex_unlock(OfxMutexHandle h)
 
 OfxStatus mutex_try_lock(OfxMutexHandle h)
 {
-    if (auto st = injected("mutexTryLock")) return *st;
+    if (auto st = injected("mutexTryLock"))
+        return *st;
     host_mutex* m = from_handle<host_mutex>(h);
-    if (m == nullptr) return kOfxStatErrBadHandle;
+    if (m == nullptr)
+        return kOfxStatErrBadHandle;
     const auto self = std::this_thread::get_id();
     std::lock_guard lock(m->m);
-    if (m->count != 0 && m->owner != self) return kOfxStatFailed;
+    if (m->count != 0 && m->owner != self)
+        return kOfxStatFailed;
     m->owner = self;
     ++m->count;
     return kOfxStatOK;
@@ -153,9 +175,10 @@ const OfxMultiThreadSuiteV1* thread_suite() { return &suite; }
 int mutex_lock_count(OfxMutexHandle h)
 {
     host_mutex* m = from_handle<host_mutex>(h);
-    if (m == nullptr) return -1;
+    if (m == nullptr)
+        return -1;
     std::lock_guard lock(m->m);
     return m->count;
 }
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -7,11 +7,11 @@
 
 #include "ofx/api/ofx_multithread.h"
 
-namespace ofxhost {
+namespace vl1::ofxhost {
 
 const OfxMultiThreadSuiteV1* thread_suite();
 
 /// How often the mutex is locked now (0 when free); -1 for a handle that isn't a live mutex.
 int mutex_lock_count(OfxMutexHandle mutex);
 
-}  // namespace ofxhost
+}  // namespace vl1::ofxhost

@@ -7,8 +7,8 @@ namespace {
 
 using host_test::fixture_test;
 using host_test::record_of;
-using ofxhost::image;
-using ofxhost::pixel_depth;
+using vl1::ofxhost::image;
+using vl1::ofxhost::pixel_depth;
 
 constexpr OfxRectI bounds{0, 0, 4, 3};
 
@@ -17,7 +17,7 @@ protected:
     std::shared_ptr<image> src = std::make_shared<image>(pixel_depth::byte, bounds);
     std::shared_ptr<image> out = std::make_shared<image>(pixel_depth::byte, bounds);
 
-    ofxhost::instance ready_instance()
+    vl1::ofxhost::instance ready_instance()
     {
         auto inst = filter_instance();
         inst.set_clip_image("Source", src);
@@ -48,7 +48,7 @@ TEST_F(failure_injection_test, OmittedSuitesAreNullAndRequiredOnesFailTheLoad)
 TEST_F(failure_injection_test, ACallFailsOnlyForTheNamedArgument)
 {
     auto inst = ready_instance();
-    h.fail_call(ofxhost::failing("clipGetImage", kOfxStatErrMemory).for_argument("Source"));
+    h.fail_call(vl1::ofxhost::failing("clipGetImage", kOfxStatErrMemory).for_argument("Source"));
     EXPECT_EQ(inst.render(0.0, bounds), kOfxStatErrMemory);
     EXPECT_EQ(inst.outstanding_images(), 0);  // the output image it did get went back
     ASSERT_EQ(h.messages().size(), 1u);
@@ -67,7 +67,7 @@ TEST_F(failure_injection_test, ACallFailsOnlyOnItsNthOccurrence)
 {
     auto inst = ready_instance();
     // Each render asks for the output, then the source: the second call is the first source.
-    h.fail_call(ofxhost::failing("clipGetImage").on_call(2));
+    h.fail_call(vl1::ofxhost::failing("clipGetImage").on_call(2));
     EXPECT_EQ(inst.render(0.0, bounds), kOfxStatFailed);
     EXPECT_EQ(inst.render(0.0, bounds), kOfxStatOK);
     EXPECT_EQ(out->pixel(0, 0), (std::array<double, 4>{255, 255, 255, 0}));
@@ -76,13 +76,13 @@ TEST_F(failure_injection_test, ACallFailsOnlyOnItsNthOccurrence)
 TEST_F(failure_injection_test, FailingPropertyAndThreadCallsReachThePlugin)
 {
     auto inst = ready_instance();
-    h.fail_call(ofxhost::failing("propGetString", kOfxStatErrBadIndex).for_argument(kOfxPropName));
+    h.fail_call(vl1::ofxhost::failing("propGetString", kOfxStatErrBadIndex).for_argument(kOfxPropName));
     EXPECT_EQ(inst.press_button("Write Key"), kOfxStatErrBadIndex);
     EXPECT_TRUE(inst.param("Gain").key_times().empty());
     h.failures().clear();
 
     // Without threads the fixture renders on the calling thread.
-    h.fail_call(ofxhost::failing("multiThread"));
+    h.fail_call(vl1::ofxhost::failing("multiThread"));
     EXPECT_EQ(inst.render(0.0, bounds), kOfxStatOK);
     EXPECT_EQ(record_of(inst).rows_done, 3);
     EXPECT_EQ(record_of(inst).rows_on_spawned_threads, 0);
@@ -90,7 +90,7 @@ TEST_F(failure_injection_test, FailingPropertyAndThreadCallsReachThePlugin)
 
 TEST_F(failure_injection_test, FailingParamDefineShowsInTheDescriptor)
 {
-    h.fail_call(ofxhost::failing("paramDefine", kOfxStatErrMemory).for_argument("Gain"));
+    h.fail_call(vl1::ofxhost::failing("paramDefine", kOfxStatErrMemory).for_argument("Gain"));
     ASSERT_EQ(plugin.describe_in_context(kOfxImageEffectContextFilter), kOfxStatOK);
     const auto& params = plugin.context_descriptor(kOfxImageEffectContextFilter)->params();
     EXPECT_EQ(params.find("Gain"), nullptr);

@@ -23,22 +23,22 @@ std::filesystem::path broken_dir();
 std::filesystem::path fixture_bundle();
 
 /// The fixture plug-in's record behind an instance.
-host_fixture::instance_record& record_of(ofxhost::instance& inst);
+host_fixture::instance_record& record_of(vl1::ofxhost::instance& inst);
 
 class fixture_test : public ::testing::Test {
 protected:
-    ofxhost::host h;
+    vl1::ofxhost::host h;
     // Loaded here rather than in SetUp, so derived fixtures may create instances in their
     // own member initialisers.
-    ofxhost::plugin plugin = loaded(h.load_plugin(fixture_bundle(), 0));
+    vl1::ofxhost::plugin plugin = loaded(h.load_plugin(fixture_bundle(), 0));
 
-    static ofxhost::plugin loaded(ofxhost::plugin p)
+    static vl1::ofxhost::plugin loaded(vl1::ofxhost::plugin p)
     {
         if (p.load() != kOfxStatOK) throw std::runtime_error("the fixture plug-in refused kOfxActionLoad");
         return p;
     }
 
-    ofxhost::instance filter_instance(const ofxhost::initial_values& values = {})
+    vl1::ofxhost::instance filter_instance(const vl1::ofxhost::initial_values& values = {})
     {
         return plugin.create_instance(kOfxImageEffectContextFilter, values);
     }

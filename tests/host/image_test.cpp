@@ -8,8 +8,8 @@
 
 namespace {
 
-using ofxhost::image;
-using ofxhost::pixel_depth;
+using vl1::ofxhost::image;
+using vl1::ofxhost::pixel_depth;
 
 TEST(image, PaddedRowsStartEveryRowAtTheStride)
 {
@@ -38,11 +38,11 @@ TEST(image, BottomUpRowsGoDownwardsInMemoryFromTheFirstRow)
 
 TEST(image, RejectsEmptyBoundsAndPixelsOutside)
 {
-    EXPECT_THROW(image(pixel_depth::byte, {0, 0, 0, 4}), ofxhost::host_error);
-    EXPECT_THROW(image(pixel_depth::byte, {0, 0, 1, 1}, {.row_padding_bytes = -1}), ofxhost::host_error);
+    EXPECT_THROW(image(pixel_depth::byte, {0, 0, 0, 4}), vl1::ofxhost::host_error);
+    EXPECT_THROW(image(pixel_depth::byte, {0, 0, 1, 1}, {.row_padding_bytes = -1}), vl1::ofxhost::host_error);
     image img(pixel_depth::byte, {-2, -2, 2, 2});
     EXPECT_NO_THROW(img.pixel(-2, -2));
-    EXPECT_THROW(img.pixel(2, 0), ofxhost::host_error);
+    EXPECT_THROW(img.pixel(2, 0), vl1::ofxhost::host_error);
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ TEST_F(instance_test, InitialValuesAreInPlaceWhenThePluginCreatesTheInstance)
     EXPECT_EQ(inst.param("Tint").get_rgba()[2], 0.3);
     EXPECT_FALSE(inst.param("Invert").get_bool());
     EXPECT_EQ(inst.properties().get_string(kOfxImageEffectPropContext), kOfxImageEffectContextFilter);
-    EXPECT_THROW(filter_instance({{"Angle", 1.0}}), ofxhost::host_error);
+    EXPECT_THROW(filter_instance({{"Angle", 1.0}}), vl1::ofxhost::host_error);
 }
 
 TEST_F(instance_test, PressingAButtonLetsThePluginWriteAKeyAtTheCurrentTime)
@@ -34,7 +34,7 @@ TEST_F(instance_test, PressingAButtonLetsThePluginWriteAKeyAtTheCurrentTime)
     EXPECT_TRUE(inst.param("Note").key_times().empty());
     EXPECT_EQ(inst.fx().params().closed_edits(), std::vector<std::string>{"Write Key"});
     EXPECT_EQ(inst.param_changed("Gain"), kOfxStatReplyDefault);
-    EXPECT_THROW(inst.press_button("No Such Button"), ofxhost::host_error);
+    EXPECT_THROW(inst.press_button("No Such Button"), vl1::ofxhost::host_error);
 }
 
 TEST_F(instance_test, MessagesAreFormattedAndRecorded)
@@ -83,7 +83,7 @@ TEST_F(instance_test, HostileActionsGetStatusesNotCrashes)
 
 TEST_F(instance_test, DescriptorsListContextsClipsAndParametersInOrder)
 {
-    const ofxhost::plugin_info info = plugin.info();
+    const vl1::ofxhost::plugin_info info = plugin.info();
     EXPECT_EQ(info.label, "Host Fixture");
     EXPECT_EQ(info.grouping, "Hueloom/Tests");
     EXPECT_EQ(info.contexts, (std::vector<std::string>{kOfxImageEffectContextFilter, kOfxImageEffectContextGeneral}));

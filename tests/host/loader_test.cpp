@@ -16,7 +16,7 @@ std::string error_of(const std::function<void()>& f)
 {
     try {
         f();
-    } catch (const ofxhost::host_error& e) {
+    } catch (const vl1::ofxhost::host_error& e) {
         return e.what();
     }
     return "(no error)";
@@ -24,16 +24,16 @@ std::string error_of(const std::function<void()>& f)
 
 TEST(loader, FindsBundlesOnAColonSeparatedPathAndSkipsMissingFolders)
 {
-    const auto path = ofxhost::split_search_path("/no/such/folder::" + fixture_dir().string() + ":");
+    const auto path = vl1::ofxhost::split_search_path("/no/such/folder::" + fixture_dir().string() + ":");
     ASSERT_EQ(path.size(), 2u);
-    const auto bundles = ofxhost::find_bundles(path);
+    const auto bundles = vl1::ofxhost::find_bundles(path);
     ASSERT_EQ(bundles.size(), 1u);
     EXPECT_EQ(bundles[0].filename(), "HostFixture.ofx.bundle");
-    EXPECT_EQ(ofxhost::bundle_binary(bundles[0]),
+    EXPECT_EQ(vl1::ofxhost::bundle_binary(bundles[0]),
               bundles[0] / "Contents" / "Linux-x86-64" / "HostFixture.ofx");
 
     // Bundles in subfolders are found, sorted; a bundle named directly is taken as it is.
-    const auto all = ofxhost::find_bundles({broken_dir(), fixture_bundle()});
+    const auto all = vl1::ofxhost::find_bundles({broken_dir(), fixture_bundle()});
     std::vector<std::string> names;
     for (const auto& b : all) names.push_back(b.filename().string());
     EXPECT_EQ(names, (std::vector<std::string>{"NoBinary.ofx.bundle", "NoEntry.ofx.bundle", "WrongApi.ofx.bundle",
@@ -45,14 +45,14 @@ TEST(loader, DefaultSearchPathReadsOfxPluginPathThenTheSystemFolder)
     const char* old = std::getenv("OFX_PLUGIN_PATH");
     const std::string saved = old ? old : "";
     setenv("OFX_PLUGIN_PATH", "/a:/b", 1);
-    const auto path = ofxhost::default_search_path();
+    const auto path = vl1::ofxhost::default_search_path();
     if (old) setenv("OFX_PLUGIN_PATH", saved.c_str(), 1); else unsetenv("OFX_PLUGIN_PATH");
     EXPECT_EQ(path, (std::vector<fs::path>{"/a", "/b", "/usr/OFX/Plugins"}));
 }
 
 TEST(loader, BrokenBundlesGiveErrorsNamingTheProblem)
 {
-    ofxhost::host h;
+    vl1::ofxhost::host h;
     EXPECT_NE(error_of([&] { h.load_plugin(broken_dir() / "Missing.ofx.bundle"); }).find("no bundle at"),
               std::string::npos);
     EXPECT_NE(error_of([&] { h.load_plugin(broken_dir() / "NoBinary.ofx.bundle"); }).find("has no binary"),
@@ -68,16 +68,16 @@ TEST(loader, BrokenBundlesGiveErrorsNamingTheProblem)
 
 TEST(loader, LoadsEachPluginOfABundleAndKeepsTheLibraryOpen)
 {
-    ofxhost::host h;
+    vl1::ofxhost::host h;
     EXPECT_EQ(h.plugin_count(fixture_bundle()), 2);
-    ofxhost::plugin first = h.load_plugin(fixture_bundle(), 0);
-    ofxhost::plugin second = h.load_plugin(fixture_bundle(), 1);
+    vl1::ofxhost::plugin first = h.load_plugin(fixture_bundle(), 0);
+    vl1::ofxhost::plugin second = h.load_plugin(fixture_bundle(), 1);
     EXPECT_EQ(first.identifier(), "org.hueloom.test.fixture");
     EXPECT_EQ(first.version_major(), 2u);
     EXPECT_EQ(first.version_minor(), 5u);
     EXPECT_EQ(second.identifier(), "org.hueloom.test.fixture.second");
     // Both come from one library, opened once.
-    EXPECT_EQ(ofxhost::library::open(fixture_bundle()), ofxhost::library::open(fixture_dir() / "." / "HostFixture.ofx.bundle"));
+    EXPECT_EQ(vl1::ofxhost::library::open(fixture_bundle()), vl1::ofxhost::library::open(fixture_dir() / "." / "HostFixture.ofx.bundle"));
     EXPECT_EQ(first.load(), kOfxStatOK);
     EXPECT_EQ(second.load(), kOfxStatOK);
 }

@@ -14,7 +14,7 @@ using host_test::fixture_test;
 class param_test : public fixture_test {
 protected:
     const OfxParameterSuiteV1* ps = static_cast<const OfxParameterSuiteV1*>(h.fetch_suite(kOfxParameterSuite, 1));
-    ofxhost::instance inst = filter_instance();
+    vl1::ofxhost::instance inst = filter_instance();
 
     OfxParamHandle handle(const char* name)
     {
@@ -39,7 +39,7 @@ protected:
 
 TEST_F(param_test, DescriptorsDefineEveryTypeAndRefuseBadDefinitions)
 {
-    ofxhost::param_set set(nullptr);
+    vl1::ofxhost::param_set set(nullptr);
     for (const char* type : {kOfxParamTypeDouble, kOfxParamTypeInteger, kOfxParamTypeBoolean, kOfxParamTypeRGBA,
                              kOfxParamTypeRGB, kOfxParamTypeChoice, kOfxParamTypeString, kOfxParamTypeCustom,
                              kOfxParamTypePushButton, kOfxParamTypeGroup, kOfxParamTypePage, kOfxParamTypeDouble2D,
@@ -199,7 +199,7 @@ TEST_F(param_test, DerivativeAndIntegralOfRealParameters)
 
 TEST_F(param_test, CopyTakesKeysWithOffsetAndRange)
 {
-    ofxhost::instance other = filter_instance();
+    vl1::ofxhost::instance other = filter_instance();
     other.param("Gain").set_key(0.0, 1.0);
     other.param("Gain").set_key(10.0, 2.0);
     other.param("Gain").set_key(20.0, 3.0);

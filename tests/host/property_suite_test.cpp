@@ -9,12 +9,12 @@
 
 namespace {
 
-using ofxhost::property_set;
-using ofxhost::set_access;
+using vl1::ofxhost::property_set;
+using vl1::ofxhost::set_access;
 
 class property_suite_test : public ::testing::Test {
 protected:
-    ofxhost::host h;
+    vl1::ofxhost::host h;
     const OfxPropertySuiteV1* suite = static_cast<const OfxPropertySuiteV1*>(h.fetch_suite(kOfxPropertySuite, 1));
     property_set set{set_access::open};
     OfxPropertySetHandle handle = set.handle();
@@ -37,7 +37,7 @@ TEST_F(property_suite_test, ErrorCodesForUnknownIndexTypeAndHandle)
     EXPECT_EQ(suite->propReset(handle, "Missing"), kOfxStatErrUnknown);
 
     // A handle of another kind of host object is refused, not read as a property set.
-    ofxhost::param_set params(nullptr);
+    vl1::ofxhost::param_set params(nullptr);
     EXPECT_EQ(suite->propGetInt(reinterpret_cast<OfxPropertySetHandle>(params.handle()), "Count", 0, &i),
               kOfxStatErrBadHandle);
     EXPECT_EQ(suite->propGetInt(handle, "Count", 1, &i), kOfxStatOK);
@@ -99,7 +99,7 @@ TEST_F(property_suite_test, AccessRulesOfFixedAndReadOnlySets)
 TEST_F(property_suite_test, StringsStayValidWhileTheirValueIsUnchanged)
 {
     set.define_string("Names", {"first value that is long enough to live on the heap", "b"},
-                      ofxhost::prop_dimension::variable);
+                      vl1::ofxhost::prop_dimension::variable);
     set.define_string("Short", {"x"});
     char* first = nullptr;
     char* small = nullptr;

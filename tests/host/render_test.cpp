@@ -9,9 +9,9 @@ namespace {
 
 using host_test::fixture_test;
 using host_test::record_of;
-using ofxhost::image;
-using ofxhost::image_layout;
-using ofxhost::pixel_depth;
+using vl1::ofxhost::image;
+using vl1::ofxhost::image_layout;
+using vl1::ofxhost::pixel_depth;
 
 constexpr OfxRectI bounds{-3, 2, 5, 7};  // 8 x 5, off the origin so offsets matter
 
@@ -37,7 +37,7 @@ std::shared_ptr<image> pattern(pixel_depth depth, image_layout layout)
 
 class render_test : public fixture_test {
 protected:
-    ofxhost::instance inst = filter_instance();
+    vl1::ofxhost::instance inst = filter_instance();
 
     void expect_inverted(const image& src, const image& out, OfxRectI window)
     {
@@ -64,7 +64,7 @@ TEST_F(render_test, InvertsEveryDepthWithPaddedAndBottomUpRows)
     for (pixel_depth depth : {pixel_depth::byte, pixel_depth::short_int, pixel_depth::real}) {
         for (const auto& src_layout : layouts) {
             const image_layout& out_layout = layouts[3 - (&src_layout - layouts)];
-            SCOPED_TRACE(std::string(ofxhost::depth_name(depth)) + " padding " +
+            SCOPED_TRACE(std::string(vl1::ofxhost::depth_name(depth)) + " padding " +
                          std::to_string(src_layout.row_padding_bytes) + (src_layout.bottom_up ? " bottom-up" : ""));
             auto src = pattern(depth, src_layout);
             auto out = std::make_shared<image>(depth, bounds, out_layout);

@@ -36,7 +36,7 @@ void record_thread(unsigned int index, unsigned int max, void* arg)
 
 class thread_suite_test : public ::testing::Test {
 protected:
-    ofxhost::host h;
+    vl1::ofxhost::host h;
     const OfxMultiThreadSuiteV1* ts = static_cast<const OfxMultiThreadSuiteV1*>(h.fetch_suite(kOfxMultiThreadSuite, 1));
 };
 
@@ -68,7 +68,7 @@ TEST_F(thread_suite_test, MutexesCountLocksAndRefuseForeignUnlocks)
 {
     OfxMutexHandle m = nullptr;
     ASSERT_EQ(ts->mutexCreate(&m, 2), kOfxStatOK);
-    EXPECT_EQ(ofxhost::mutex_lock_count(m), 2);
+    EXPECT_EQ(vl1::ofxhost::mutex_lock_count(m), 2);
     OfxStatus other_try = kOfxStatOK, other_unlock = kOfxStatOK;
     std::thread([&] {
         other_try = ts->mutexTryLock(m);
@@ -78,14 +78,14 @@ TEST_F(thread_suite_test, MutexesCountLocksAndRefuseForeignUnlocks)
     EXPECT_EQ(other_unlock, kOfxStatErrBadHandle);
 
     EXPECT_EQ(ts->mutexLock(m), kOfxStatOK);  // recursive
-    EXPECT_EQ(ofxhost::mutex_lock_count(m), 3);
+    EXPECT_EQ(vl1::ofxhost::mutex_lock_count(m), 3);
     for (int i = 0; i < 3; ++i) EXPECT_EQ(ts->mutexUnLock(m), kOfxStatOK);
-    EXPECT_EQ(ofxhost::mutex_lock_count(m), 0);
+    EXPECT_EQ(vl1::ofxhost::mutex_lock_count(m), 0);
     EXPECT_EQ(ts->mutexUnLock(m), kOfxStatErrBadHandle);
     std::thread([&] { other_try = ts->mutexTryLock(m); ts->mutexUnLock(m); }).join();
     EXPECT_EQ(other_try, kOfxStatOK);
     ASSERT_EQ(ts->mutexDestroy(m), kOfxStatOK);
-    EXPECT_EQ(ofxhost::mutex_lock_count(m), -1);
+    EXPECT_EQ(vl1::ofxhost::mutex_lock_count(m), -1);
     EXPECT_EQ(ts->mutexLock(nullptr), kOfxStatErrBadHandle);
 }
 

@@ -53,26 +53,26 @@ TEST(bundle_symbols, GetPluginAnswersOnlyIndexZeroAndKeepsItsIdentifier)
 TEST_F(bundle_entry, RecordNamesThePluginAndItsVersion)
 {
     EXPECT_EQ(h.plugin_count(bundle_path()), 1);
-    ofxhost::plugin p = load_plugin();
+    vl1::ofxhost::plugin p = load_plugin();
     EXPECT_EQ(p.identifier(), "com.varnlight.hueloomofx");
     EXPECT_EQ(p.version_major(), 1u);
     EXPECT_EQ(p.version_minor(), 3u);
     EXPECT_EQ(std::string(p.record()->pluginApi), kOfxImageEffectPluginApi);
     EXPECT_EQ(p.record()->apiVersion, 1);
-    EXPECT_THROW(h.load_plugin(bundle_path(), 1), ofxhost::host_error);
+    EXPECT_THROW(h.load_plugin(bundle_path(), 1), vl1::ofxhost::host_error);
 }
 
 TEST_F(bundle_entry, LoadNeedsTheEffectPropertyAndParameterSuitesOnly)
 {
     for (const char* optional : {kOfxMessageSuite, kOfxMemorySuite, kOfxMultiThreadSuite, kOfxInteractSuite}) {
-        ofxhost::host partial;
+        vl1::ofxhost::host partial;
         partial.omit_suite(optional);
         EXPECT_EQ(partial.load_plugin(bundle_path(), 0).load(), kOfxStatOK) << optional;
     }
     for (const char* required : {kOfxImageEffectSuite, kOfxPropertySuite, kOfxParameterSuite}) {
-        ofxhost::host partial;
+        vl1::ofxhost::host partial;
         partial.omit_suite(required);
-        ofxhost::plugin p = partial.load_plugin(bundle_path(), 0);
+        vl1::ofxhost::plugin p = partial.load_plugin(bundle_path(), 0);
         EXPECT_EQ(p.load(), kOfxStatErrMissingHostFeature) << required;
         // Without the suites every further action is refused rather than run through null.
         EXPECT_EQ(p.describe(), kOfxStatErrMissingHostFeature) << required;
@@ -81,8 +81,8 @@ TEST_F(bundle_entry, LoadNeedsTheEffectPropertyAndParameterSuitesOnly)
 
 TEST_F(bundle_entry, DescribeDeclaresOneFilterContextInFloatRgba)
 {
-    ofxhost::plugin p = ready_plugin();
-    const ofxhost::plugin_info info = p.info();
+    vl1::ofxhost::plugin p = ready_plugin();
+    const vl1::ofxhost::plugin_info info = p.info();
     EXPECT_EQ(info.label, "Hueloom");
     EXPECT_EQ(info.grouping, "Varnlight");
     EXPECT_EQ(info.contexts, std::vector<std::string>{kOfxImageEffectContextFilter});
@@ -101,7 +101,7 @@ TEST_F(bundle_entry, DescribeDeclaresOneFilterContextInFloatRgba)
 
 TEST_F(bundle_entry, TheAdaptersParametersComeFirst)
 {
-    ofxhost::plugin p = ready_plugin();
+    vl1::ofxhost::plugin p = ready_plugin();
     const auto params = p.info().per_context.at(0).params;
     ASSERT_GE(params.size(), 3u);
     EXPECT_EQ(params[0].name, "Open GUI");
@@ -116,7 +116,7 @@ TEST_F(bundle_entry, TheAdaptersParametersComeFirst)
 
 TEST_F(bundle_entry, TheEffectsParametersFollowInTheirOrderWithRanges)
 {
-    ofxhost::plugin p = ready_plugin();
+    vl1::ofxhost::plugin p = ready_plugin();
     const auto params = p.info().per_context.at(0).params;
     struct expected {
         const char* name;
@@ -155,7 +155,7 @@ TEST_F(bundle_entry, TheEffectsParametersFollowInTheirOrderWithRanges)
 
 TEST_F(bundle_entry, UnknownAndUnhandledActionsLeaveTheHostsDefaults)
 {
-    ofxhost::plugin p = ready_plugin();
+    vl1::ofxhost::plugin p = ready_plugin();
     log_capture log;
     EXPECT_EQ(p.call_action("OfxActionNobodyKnows", nullptr, nullptr, nullptr), kOfxStatReplyDefault);
     EXPECT_EQ(p.call_action(kOfxImageEffectActionGetRegionOfDefinition, nullptr, nullptr, nullptr),
@@ -166,7 +166,7 @@ TEST_F(bundle_entry, UnknownAndUnhandledActionsLeaveTheHostsDefaults)
 
 TEST_F(bundle_entry, ActionsWithoutAnEffectHandleAreRefused)
 {
-    ofxhost::plugin p = ready_plugin();
+    vl1::ofxhost::plugin p = ready_plugin();
     for (const char* action : {kOfxActionDescribe, kOfxActionCreateInstance, kOfxImageEffectActionRender,
                                kOfxActionInstanceChanged, kOfxActionDestroyInstance}) {
         EXPECT_EQ(p.call_action(action, nullptr, nullptr, nullptr), kOfxStatErrBadHandle) << action;

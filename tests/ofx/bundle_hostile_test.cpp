@@ -33,18 +33,18 @@ bool is_ofx_status(OfxStatus s)
 
 /// Load, describe, create (with a state), change, open the editor, render twice, destroy:
 /// a whole session, whatever the host breaks on the way.
-void run_session(ofxhost::host& h, const std::string& state, bool images_come_back = true)
+void run_session(vl1::ofxhost::host& h, const std::string& state, bool images_come_back = true)
 {
-    ofxhost::plugin p = h.load_plugin(bundle_path(), 0);
+    vl1::ofxhost::plugin p = h.load_plugin(bundle_path(), 0);
     std::vector<OfxStatus> answers;
     answers.push_back(p.load());
     answers.push_back(p.describe());
     answers.push_back(p.describe_in_context(kOfxImageEffectContextFilter));
     try {
-        ofxhost::instance inst =
+        vl1::ofxhost::instance inst =
             p.create_instance(kOfxImageEffectContextFilter, {{"binaryStateParam", state}, {"Strength", 80.0}});
         auto source = gradient_image({0, 0, 8, 4});
-        auto output = std::make_shared<ofxhost::image>(source->depth(), source->bounds());
+        auto output = std::make_shared<vl1::ofxhost::image>(source->depth(), source->bounds());
         inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
         inst.set_clip_image(kOfxImageEffectOutputClipName, output);
         answers.push_back(inst.press_button("Open GUI"));
@@ -53,7 +53,7 @@ void run_session(ofxhost::host& h, const std::string& state, bool images_come_ba
         if (images_come_back)
             EXPECT_EQ(inst.outstanding_images(), 0);
         answers.push_back(inst.destroy());
-    } catch (const ofxhost::host_error&) {
+    } catch (const vl1::ofxhost::host_error&) {
         // The host refused to go on after the plug-in's answer: that is the host's choice.
     }
     for (OfxStatus s : answers)
@@ -68,11 +68,11 @@ TEST(bundle_hostile, EverySuiteCallFailingAlwaysOrOnce)
             SCOPED_TRACE(testing::Message() << call << " call " << nth);
             // A host whose release fails keeps its images; that is the host's own fault.
             const bool images_come_back = std::string(call) != "clipReleaseImage";
-            ofxhost::host h;
-            h.fail_call(ofxhost::failing(call).on_call(nth));
+            vl1::ofxhost::host h;
+            h.fail_call(vl1::ofxhost::failing(call).on_call(nth));
             run_session(h, nth == 0 ? state : "", images_come_back);
-            ofxhost::host h2;
-            h2.fail_call(ofxhost::failing(call, kOfxStatErrBadHandle).on_call(nth));
+            vl1::ofxhost::host h2;
+            h2.fail_call(vl1::ofxhost::failing(call, kOfxStatErrBadHandle).on_call(nth));
             run_session(h2, "", images_come_back);
         }
     }
@@ -80,7 +80,7 @@ TEST(bundle_hostile, EverySuiteCallFailingAlwaysOrOnce)
 
 TEST_F(bundle_fixture, PackedStatesThatWouldGrowPastAStateAreRefused)
 {
-    ofxhost::plugin p = ready_plugin();
+    vl1::ofxhost::plugin p = ready_plugin();
     const std::string texts[] = {
         forged_packed_text(0xffffffffu, 100, true),     // claims 4 GiB
         forged_packed_text(4000000, 16 << 20, true),    // the rest declares 16 MiB
@@ -90,7 +90,7 @@ TEST_F(bundle_fixture, PackedStatesThatWouldGrowPastAStateAreRefused)
     const auto expected = graded(*source, table_for(*builtin_theme(), {30, 70}));
     for (const std::string& text : texts) {
         log_capture log;
-        ofxhost::instance inst = p.create_instance(kOfxImageEffectContextFilter,
+        vl1::ofxhost::instance inst = p.create_instance(kOfxImageEffectContextFilter,
                                                    {{"binaryStateParam", text}, {"Angle", 30.0}, {"Strength", 70.0}});
         EXPECT_EQ(max_difference(*render(inst, source), *expected), 0.0) << "the instance works with the defaults";
         EXPECT_TRUE(log.contains("The saved state is ignored: the packed state")) << text.substr(0, 40);
@@ -99,10 +99,10 @@ TEST_F(bundle_fixture, PackedStatesThatWouldGrowPastAStateAreRefused)
 
 class bundle_hostile_images : public bundle_fixture {
 protected:
-    ofxhost::plugin p = ready_plugin();
-    ofxhost::instance inst = p.create_instance(kOfxImageEffectContextFilter, {{"Strength", 100.0}, {"Angle", 90.0}});
-    std::shared_ptr<ofxhost::image> source = gradient_image({0, 0, 8, 4});
-    std::shared_ptr<ofxhost::image> output = std::make_shared<ofxhost::image>(ofxhost::pixel_depth::real, OfxRectI{0, 0, 8, 4});
+    vl1::ofxhost::plugin p = ready_plugin();
+    vl1::ofxhost::instance inst = p.create_instance(kOfxImageEffectContextFilter, {{"Strength", 100.0}, {"Angle", 90.0}});
+    std::shared_ptr<vl1::ofxhost::image> source = gradient_image({0, 0, 8, 4});
+    std::shared_ptr<vl1::ofxhost::image> output = std::make_shared<vl1::ofxhost::image>(vl1::ofxhost::pixel_depth::real, OfxRectI{0, 0, 8, 4});
 
     OfxStatus render_window(OfxRectI window)
     {
@@ -188,7 +188,7 @@ TEST_F(bundle_hostile_images, ActionsBeforeCreateOrOnADescriptorAreRefused)
 {
     // The descriptor's handle never saw "OfxActionCreateInstance".
     OfxImageEffectHandle descriptor = p.context_descriptor(kOfxImageEffectContextFilter)->handle();
-    ofxhost::property_set args{ofxhost::set_access::open};
+    vl1::ofxhost::property_set args{vl1::ofxhost::set_access::open};
     args.define_double(kOfxPropTime, {0.0});
     args.define_int(kOfxImageEffectPropRenderWindow, {0, 0, 4, 4});
     args.define_string(kOfxPropName, {"Open GUI"});

@@ -14,15 +14,15 @@ using bundle_test::look;
 
 class bundle_instance : public bundle_fixture {
 protected:
-    ofxhost::plugin p = ready_plugin();
+    vl1::ofxhost::plugin p = ready_plugin();
 
-    ofxhost::instance make() { return p.create_instance(kOfxImageEffectContextFilter); }
+    vl1::ofxhost::instance make() { return p.create_instance(kOfxImageEffectContextFilter); }
 };
 
 TEST_F(bundle_instance, CreateRenderDestroy)
 {
     log_capture log;
-    ofxhost::instance inst = make();
+    vl1::ofxhost::instance inst = make();
     ASSERT_NE(inst.instance_data(), nullptr);
     auto source = gradient_image({0, 0, 16, 8});
     auto output = render(inst, source);
@@ -37,8 +37,8 @@ TEST_F(bundle_instance, CreateRenderDestroy)
 TEST_F(bundle_instance, TwoInstancesCreatedBackToBackBothKeepWorking)
 {
     // Both come to life within the same second; each must keep its own table entry.
-    ofxhost::instance first = make();
-    ofxhost::instance second = make();
+    vl1::ofxhost::instance first = make();
+    vl1::ofxhost::instance second = make();
     EXPECT_NE(first.instance_data(), second.instance_data());
     auto source = gradient_image({0, 0, 8, 8});
     render(first, source);
@@ -50,7 +50,7 @@ TEST_F(bundle_instance, TwoInstancesCreatedBackToBackBothKeepWorking)
 TEST_F(bundle_instance, ManyInstancesRenderAtOnceFromManyThreads)
 {
     // Each with its own look, each on its own thread of the host, all at the same time.
-    std::vector<ofxhost::instance> instances;
+    std::vector<vl1::ofxhost::instance> instances;
     std::vector<look> looks;
     for (int i = 0; i < 6; ++i) {
         looks.push_back({60.0f * i, 100.0f - 10.0f * i});
@@ -58,9 +58,9 @@ TEST_F(bundle_instance, ManyInstancesRenderAtOnceFromManyThreads)
                                                                              {"Strength", double(looks[i].strength)}}));
     }
     const auto source = gradient_image({0, 0, 64, 32});
-    std::vector<std::shared_ptr<ofxhost::image>> outputs;
+    std::vector<std::shared_ptr<vl1::ofxhost::image>> outputs;
     for (auto& inst : instances) {
-        outputs.push_back(std::make_shared<ofxhost::image>(source->depth(), source->bounds()));
+        outputs.push_back(std::make_shared<vl1::ofxhost::image>(source->depth(), source->bounds()));
         inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
         inst.set_clip_image(kOfxImageEffectOutputClipName, outputs.back());
     }
@@ -83,7 +83,7 @@ TEST_F(bundle_instance, ManyInstancesRenderAtOnceFromManyThreads)
 
 TEST_F(bundle_instance, DestroyTwiceAndRenderAfterDestroyAreHarmless)
 {
-    ofxhost::instance inst = make();
+    vl1::ofxhost::instance inst = make();
     void* record = inst.instance_data();
     ASSERT_EQ(inst.call_action(kOfxActionDestroyInstance), kOfxStatOK);
     // The instance's properties still hold the old record address, which is no longer known.
@@ -91,7 +91,7 @@ TEST_F(bundle_instance, DestroyTwiceAndRenderAfterDestroyAreHarmless)
     EXPECT_EQ(inst.call_action(kOfxActionDestroyInstance), kOfxStatOK);
     auto source = gradient_image({0, 0, 4, 4});
     inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
-    inst.set_clip_image(kOfxImageEffectOutputClipName, std::make_shared<ofxhost::image>(source->depth(), source->bounds()));
+    inst.set_clip_image(kOfxImageEffectOutputClipName, std::make_shared<vl1::ofxhost::image>(source->depth(), source->bounds()));
     log_capture log;
     EXPECT_EQ(inst.render(0.0, source->bounds()), kOfxStatFailed);
     EXPECT_TRUE(log.contains("Component not found! Token was"));
@@ -100,13 +100,13 @@ TEST_F(bundle_instance, DestroyTwiceAndRenderAfterDestroyAreHarmless)
 
 TEST_F(bundle_instance, ARecordAddressTheBundleNeverMadeIsNotFollowed)
 {
-    ofxhost::instance inst = make();
+    vl1::ofxhost::instance inst = make();
     int foreign = 42;
     void* own = inst.instance_data();
     inst.properties().set_pointer(kOfxPropInstanceData, &foreign);
     auto source = gradient_image({0, 0, 4, 4});
     inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
-    inst.set_clip_image(kOfxImageEffectOutputClipName, std::make_shared<ofxhost::image>(source->depth(), source->bounds()));
+    inst.set_clip_image(kOfxImageEffectOutputClipName, std::make_shared<vl1::ofxhost::image>(source->depth(), source->bounds()));
     EXPECT_EQ(inst.render(0.0, source->bounds()), kOfxStatFailed);
     EXPECT_EQ(inst.call_action(kOfxActionDestroyInstance), kOfxStatOK);
     EXPECT_EQ(foreign, 42);
@@ -115,7 +115,7 @@ TEST_F(bundle_instance, ARecordAddressTheBundleNeverMadeIsNotFollowed)
 
 TEST_F(bundle_instance, OpenGuiIsTheOnlyParameterChangeThePluginActsOn)
 {
-    ofxhost::instance inst = make();
+    vl1::ofxhost::instance inst = make();
     {
         log_capture log;
         EXPECT_EQ(inst.press_button("Open GUI"), kOfxStatOK);
@@ -134,8 +134,8 @@ TEST_F(bundle_instance, OpenGuiIsTheOnlyParameterChangeThePluginActsOn)
 
 TEST_F(bundle_instance, MissingImagesAnswerByTheAbortState)
 {
-    ofxhost::instance inst = make();
-    inst.set_clip_image(kOfxImageEffectOutputClipName, std::make_shared<ofxhost::image>(ofxhost::pixel_depth::real, OfxRectI{0, 0, 4, 4}));
+    vl1::ofxhost::instance inst = make();
+    inst.set_clip_image(kOfxImageEffectOutputClipName, std::make_shared<vl1::ofxhost::image>(vl1::ofxhost::pixel_depth::real, OfxRectI{0, 0, 4, 4}));
     EXPECT_EQ(inst.render(0.0, {0, 0, 4, 4}), kOfxStatFailed);
     inst.set_abort(true);
     EXPECT_EQ(inst.render(0.0, {0, 0, 4, 4}), kOfxStatOK);
@@ -144,9 +144,9 @@ TEST_F(bundle_instance, MissingImagesAnswerByTheAbortState)
 
 TEST_F(bundle_instance, AnEmptyRenderWindowIsNoImage)
 {
-    ofxhost::instance inst = make();
+    vl1::ofxhost::instance inst = make();
     auto source = gradient_image({0, 0, 4, 4});
-    auto output = std::make_shared<ofxhost::image>(source->depth(), source->bounds());
+    auto output = std::make_shared<vl1::ofxhost::image>(source->depth(), source->bounds());
     output->fill({0.5, 0.5, 0.5, 0.5});
     inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
     inst.set_clip_image(kOfxImageEffectOutputClipName, output);

@@ -16,10 +16,10 @@ namespace fs = std::filesystem;
 const std::vector<std::string> one_set_of_parameters = {"Open GUI", "binaryStateParam", "editorRequest", "Global Bypass", "Angle",
                                                          "Strength", "Hue",              "Chroma",        "Luminance"};
 
-std::vector<std::string> parameter_names(ofxhost::plugin& p)
+std::vector<std::string> parameter_names(vl1::ofxhost::plugin& p)
 {
     std::vector<std::string> names;
-    if (ofxhost::effect* d = p.context_descriptor(kOfxImageEffectContextFilter))
+    if (vl1::ofxhost::effect* d = p.context_descriptor(kOfxImageEffectContextFilter))
         for (const auto& param : d->params().params())
             names.push_back(param->name());
     return names;
@@ -30,7 +30,7 @@ protected:
     const look values{60, 100};
 
     /// Load, Describe twice, DescribeInContext twice, as hosts that ask again do.
-    void use(ofxhost::plugin& p)
+    void use(vl1::ofxhost::plugin& p)
     {
         ASSERT_EQ(p.load(), kOfxStatOK);
         ASSERT_EQ(p.describe(), kOfxStatOK);
@@ -42,9 +42,9 @@ protected:
     }
 
     /// An instance that grades as the colour engine does, destroyed again.
-    void expect_instance_grades(ofxhost::plugin& p)
+    void expect_instance_grades(vl1::ofxhost::plugin& p)
     {
-        ofxhost::instance inst = p.create_instance(kOfxImageEffectContextFilter,
+        vl1::ofxhost::instance inst = p.create_instance(kOfxImageEffectContextFilter,
                                                    {{"Angle", double(values.angle)}, {"Strength", double(values.strength)}});
         auto source = gradient_image({0, 0, 16, 8});
         EXPECT_EQ(max_difference(*render(inst, source), *graded(*source, table_for(*builtin_theme(), values))), 0.0);
@@ -54,14 +54,14 @@ protected:
 
 TEST_F(bundle_life_cycle, ScanThenUseAgainAndAgain)
 {
-    const ofxhost::catalogue found = ofxhost::scan_plugins(h, {hueloom_test::plugin_dir()});
+    const vl1::ofxhost::catalogue found = vl1::ofxhost::scan_plugins(h, {hueloom_test::plugin_dir()});
     EXPECT_TRUE(found.problems.empty());
-    const ofxhost::catalogue_entry* entry = ofxhost::find_plugin(found, "com.varnlight.hueloomofx");
+    const vl1::ofxhost::catalogue_entry* entry = vl1::ofxhost::find_plugin(found, "com.varnlight.hueloomofx");
     ASSERT_NE(entry, nullptr);
     EXPECT_EQ(entry->info.label, "Hueloom");
     for (int round = 0; round < 3; ++round) {
         SCOPED_TRACE(testing::Message() << "use " << round);
-        ofxhost::plugin p = h.load_plugin(entry->bundle, entry->index);
+        vl1::ofxhost::plugin p = h.load_plugin(entry->bundle, entry->index);
         use(p);
         expect_instance_grades(p);
         expect_instance_grades(p);
@@ -79,14 +79,14 @@ TEST_F(bundle_life_cycle, TwoPluginPathsHoldingTheSameBundle)
     fs::copy(bundle_path(), copied / "Hueloom.ofx.bundle", fs::copy_options::recursive);
     const fs::path first = hueloom_test::plugin_dir();
 
-    const ofxhost::catalogue found = ofxhost::scan_plugins(h, {first, linked, copied, first});
+    const vl1::ofxhost::catalogue found = vl1::ofxhost::scan_plugins(h, {first, linked, copied, first});
     EXPECT_TRUE(found.problems.empty());
     ASSERT_EQ(found.plugins.size(), 1u) << "a host offers the plug-in once";
     EXPECT_EQ(found.plugins[0].bundle, first / "Hueloom.ofx.bundle");
 
     // A host that loads both copies side by side gets two working plug-ins.
-    ofxhost::plugin original = h.load_plugin(first / "Hueloom.ofx.bundle");
-    ofxhost::plugin copy = h.load_plugin(copied / "Hueloom.ofx.bundle");
+    vl1::ofxhost::plugin original = h.load_plugin(first / "Hueloom.ofx.bundle");
+    vl1::ofxhost::plugin copy = h.load_plugin(copied / "Hueloom.ofx.bundle");
     use(original);
     use(copy);
     expect_instance_grades(copy);

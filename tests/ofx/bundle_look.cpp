@@ -17,32 +17,32 @@ namespace bundle_test {
 
 namespace {
 
-double scale_of(ofxhost::pixel_depth depth)
+double scale_of(vl1::ofxhost::pixel_depth depth)
 {
-    return depth == ofxhost::pixel_depth::byte ? 255.0 : depth == ofxhost::pixel_depth::short_int ? 32767.0 : 1.0;
+    return depth == vl1::ofxhost::pixel_depth::byte ? 255.0 : depth == vl1::ofxhost::pixel_depth::short_int ? 32767.0 : 1.0;
 }
 
 }  // namespace
 
-std::shared_ptr<ofxhost::image> graded(const ofxhost::image& source, const vl1::lut_argb<32>& table)
+std::shared_ptr<vl1::ofxhost::image> graded(const vl1::ofxhost::image& source, const vl1::lut_argb<32>& table)
 {
     return graded(source, table, source.depth());
 }
 
-std::shared_ptr<ofxhost::image> graded(const ofxhost::image& source, const vl1::lut_argb<32>& table,
-                                       ofxhost::pixel_depth output_depth)
+std::shared_ptr<vl1::ofxhost::image> graded(const vl1::ofxhost::image& source, const vl1::lut_argb<32>& table,
+                                       vl1::ofxhost::pixel_depth output_depth)
 {
-    auto out = std::make_shared<ofxhost::image>(output_depth, source.bounds());
-    const bool integer_in = source.depth() != ofxhost::pixel_depth::real;
+    auto out = std::make_shared<vl1::ofxhost::image>(output_depth, source.bounds());
+    const bool integer_in = source.depth() != vl1::ofxhost::pixel_depth::real;
     const double in_scale = scale_of(source.depth()), out_scale = scale_of(output_depth);
     const auto to_unit = [&](double v) {
         const float f = integer_in ? std::min(static_cast<float>(v / in_scale), 1.0f) : static_cast<float>(v);
         return std::isnan(f) ? 0.0f : std::clamp(f, 0.0f, 1.0f);
     };
     const auto stored = [&](float v) {
-        if (output_depth == ofxhost::pixel_depth::real)
+        if (output_depth == vl1::ofxhost::pixel_depth::real)
             return double(v);
-        const double most = output_depth == ofxhost::pixel_depth::byte ? 255.0 : 65535.0;
+        const double most = output_depth == vl1::ofxhost::pixel_depth::byte ? 255.0 : 65535.0;
         return std::isnan(v) ? 0.0 : std::clamp(std::round(double(v) * out_scale), 0.0, most);
     };
     for (int y = source.bounds().y1; y < source.bounds().y2; ++y) {
@@ -56,7 +56,7 @@ std::shared_ptr<ofxhost::image> graded(const ofxhost::image& source, const vl1::
     return out;
 }
 
-double max_difference(const ofxhost::image& a, const ofxhost::image& b)
+double max_difference(const vl1::ofxhost::image& a, const vl1::ofxhost::image& b)
 {
     double worst = 0.0;
     for (int y = a.bounds().y1; y < a.bounds().y2; ++y)

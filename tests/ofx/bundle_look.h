@@ -23,12 +23,12 @@ using hueloom_test::travelling_theme;
 /// `output_depth` (the source's own by default): 8 and 16 bits read as value / 255 and
 /// value / 32767, at most 1; floats clamped to 0..1, NaN as 0; written back with the same
 /// scales, rounded half away from zero and saturated, floats as they are.
-std::shared_ptr<ofxhost::image> graded(const ofxhost::image& source, const vl1::lut_argb<32>& table);
-std::shared_ptr<ofxhost::image> graded(const ofxhost::image& source, const vl1::lut_argb<32>& table,
-                                       ofxhost::pixel_depth output_depth);
+std::shared_ptr<vl1::ofxhost::image> graded(const vl1::ofxhost::image& source, const vl1::lut_argb<32>& table);
+std::shared_ptr<vl1::ofxhost::image> graded(const vl1::ofxhost::image& source, const vl1::lut_argb<32>& table,
+                                       vl1::ofxhost::pixel_depth output_depth);
 
 /// Largest difference of any channel of any pixel; 0 when every bit matches.
-double max_difference(const ofxhost::image& a, const ofxhost::image& b);
+double max_difference(const vl1::ofxhost::image& a, const vl1::ofxhost::image& b);
 
 /// A saved state as the effect writes it: parameters left to the host, then `theme`.
 /// `extra` zero bytes are appended (a blob of another length than a multiple of three).

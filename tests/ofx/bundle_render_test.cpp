@@ -17,10 +17,10 @@ using namespace bundle_test;
 
 class bundle_render : public bundle_fixture {
 protected:
-    ofxhost::plugin p = ready_plugin();
+    vl1::ofxhost::plugin p = ready_plugin();
     std::shared_ptr<const vl1::hueloom_theme_v1> theme = builtin_theme();
 
-    ofxhost::instance make(const look& values)
+    vl1::ofxhost::instance make(const look& values)
     {
         return p.create_instance(kOfxImageEffectContextFilter,
                                  {{"Angle", double(values.angle)},
@@ -32,7 +32,7 @@ protected:
     }
 
     /// A float image that covers the cube's corners, mid-tones and out-of-range values.
-    static std::shared_ptr<ofxhost::image> test_card(OfxRectI bounds)
+    static std::shared_ptr<vl1::ofxhost::image> test_card(OfxRectI bounds)
     {
         auto img = gradient_image(bounds);
         img->set_pixel(bounds.x1, bounds.y1, {1.5, -0.5, std::numeric_limits<double>::quiet_NaN(), 0.75});
@@ -49,7 +49,7 @@ TEST_F(bundle_render, EveryPixelIsTheColourEnginesResultForTheBuiltInTheme)
     const look values[] = {{0, 0}, {0, 100}, {60, 100}, {137.5f, 65, 150, 40, 120}, {300, 100, 0, 200, 0}};
     for (const look& v : values) {
         SCOPED_TRACE(testing::Message() << "angle " << v.angle << " strength " << v.strength);
-        ofxhost::instance inst = make(v);
+        vl1::ofxhost::instance inst = make(v);
         auto source = test_card({0, 0, 24, 16});
         auto output = render(inst, source);
         EXPECT_EQ(max_difference(*output, *graded(*source, table_for(*theme, v))), 0.0);
@@ -59,27 +59,27 @@ TEST_F(bundle_render, EveryPixelIsTheColourEnginesResultForTheBuiltInTheme)
 TEST_F(bundle_render, BypassIsTheIdentityAndStrengthMatters)
 {
     auto source = test_card({0, 0, 16, 8});
-    ofxhost::instance bypassed = make({90, 100, 100, 100, 100, true});
+    vl1::ofxhost::instance bypassed = make({90, 100, 100, 100, 100, true});
     auto identity = render(bypassed, source);
     EXPECT_EQ(max_difference(*identity, *graded(*source, vl1::lut_argb<32>())), 0.0);
 
-    ofxhost::instance strong = make({90, 100});
+    vl1::ofxhost::instance strong = make({90, 100});
     EXPECT_GT(max_difference(*render(strong, source), *identity), 0.02) << "the theme must show";
 
     // Asked first, the plug-in sends the host to the source for the bypassed look alone, so
     // that values outside 0..1 pass untouched.
-    const auto is_identity = [](ofxhost::instance& inst, double time) {
-        ofxhost::property_set args(ofxhost::set_access::read_only);
+    const auto is_identity = [](vl1::ofxhost::instance& inst, double time) {
+        vl1::ofxhost::property_set args(vl1::ofxhost::set_access::read_only);
         args.define_double(kOfxPropTime, {time});
         args.define_string(kOfxImageEffectPropFieldToRender, {kOfxImageFieldNone});
         args.define_int(kOfxImageEffectPropRenderWindow, {0, 0, 16, 8});
         args.define_double(kOfxImageEffectPropRenderScale, {1.0, 1.0});
-        ofxhost::property_set answer(ofxhost::set_access::fixed);
+        vl1::ofxhost::property_set answer(vl1::ofxhost::set_access::fixed);
         answer.define_string(kOfxPropName, {""});
         answer.define_double(kOfxPropTime, {-1.0});
         const OfxStatus st = inst.call_action(kOfxImageEffectActionIsIdentity, args.handle(), answer.handle());
         if (st != kOfxStatOK)
-            return ofxhost::status_name(st);
+            return vl1::ofxhost::status_name(st);
         return answer.get_string(kOfxPropName) + "@" + std::to_string(answer.get_double(kOfxPropTime));
     };
     EXPECT_EQ(is_identity(bypassed, 3.0), std::string(kOfxImageEffectSimpleSourceClipName) + "@3.000000");
@@ -92,7 +92,7 @@ TEST_F(bundle_render, BypassIsTheIdentityAndStrengthMatters)
 
 TEST_F(bundle_render, HostValuesAreReadAtTheRenderTimeWithKeysAndClamped)
 {
-    ofxhost::instance inst = make({0, 100});
+    vl1::ofxhost::instance inst = make({0, 100});
     inst.param("Angle").set_value_at(1.0, 0.0);
     inst.param("Angle").set_value_at(11.0, 200.0);
     auto source = test_card({0, 0, 8, 4});
@@ -110,10 +110,10 @@ TEST_F(bundle_render, EveryPairOfDepthsUsesItsScales)
     // The host offers clips of different depths (the plug-in declares it takes them).
     const look v{45, 100};
     const auto table = table_for(*theme, v);
-    ofxhost::instance inst = make(v);
-    using ofxhost::pixel_depth;
+    vl1::ofxhost::instance inst = make(v);
+    using vl1::ofxhost::pixel_depth;
     for (pixel_depth in : {pixel_depth::byte, pixel_depth::short_int, pixel_depth::real}) {
-        auto source = std::make_shared<ofxhost::image>(in, OfxRectI{0, 0, 6, 2});
+        auto source = std::make_shared<vl1::ofxhost::image>(in, OfxRectI{0, 0, 6, 2});
         const double scale = in == pixel_depth::byte ? 255.0 : in == pixel_depth::short_int ? 32767.0 : 1.0;
         for (int x = 0; x < 6; ++x)
             for (int y = 0; y < 2; ++y)
@@ -121,8 +121,8 @@ TEST_F(bundle_render, EveryPairOfDepthsUsesItsScales)
         if (in == pixel_depth::short_int)
             source->set_pixel(5, 1, {65535, 40000, 32767, 32767});  // above 32767 saturates
         for (pixel_depth out : {pixel_depth::byte, pixel_depth::short_int, pixel_depth::real}) {
-            SCOPED_TRACE(testing::Message() << ofxhost::depth_name(in) << " to " << ofxhost::depth_name(out));
-            auto output = std::make_shared<ofxhost::image>(out, source->bounds());
+            SCOPED_TRACE(testing::Message() << vl1::ofxhost::depth_name(in) << " to " << vl1::ofxhost::depth_name(out));
+            auto output = std::make_shared<vl1::ofxhost::image>(out, source->bounds());
             inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
             inst.set_clip_image(kOfxImageEffectOutputClipName, output);
             ASSERT_EQ(inst.render(0.0, source->bounds()), kOfxStatOK);
@@ -133,8 +133,8 @@ TEST_F(bundle_render, EveryPairOfDepthsUsesItsScales)
 
 TEST_F(bundle_render, AlphaPassesThroughPremultipliedOrNot)
 {
-    ofxhost::instance inst = make({120, 100});
-    std::shared_ptr<ofxhost::image> outputs[2];
+    vl1::ofxhost::instance inst = make({120, 100});
+    std::shared_ptr<vl1::ofxhost::image> outputs[2];
     auto source = test_card({0, 0, 12, 4});
     for (int i = 0; i < 2; ++i) {
         source->premultiplication = i == 0 ? kOfxImagePreMultiplied : kOfxImageUnPreMultiplied;
@@ -149,10 +149,10 @@ TEST_F(bundle_render, AlphaPassesThroughPremultipliedOrNot)
 TEST_F(bundle_render, HalfScaleProxiesAndTilesGradeEveryPixelOnce)
 {
     const look v{250, 90};
-    ofxhost::instance inst = make(v);
+    vl1::ofxhost::instance inst = make(v);
     // Proxy mode: images and window at half the frame's size.
     inst.set_render_scale(0.5, 0.5);
-    const OfxRectI proxy = ofxhost::scaled_bounds({0, 0, 33, 17}, 0.5);
+    const OfxRectI proxy = vl1::ofxhost::scaled_bounds({0, 0, 33, 17}, 0.5);
     ASSERT_EQ(proxy.x2, 17);
     auto small = test_card(proxy);
     EXPECT_EQ(max_difference(*render(inst, small), *graded(*small, table_for(*theme, v))), 0.0);
@@ -160,7 +160,7 @@ TEST_F(bundle_render, HalfScaleProxiesAndTilesGradeEveryPixelOnce)
     // A tiling host: each tile its own output image, and a lone tile leaves the rest alone.
     inst.set_render_scale(1.0, 1.0);
     auto source = test_card({-4, 3, 29, 20});
-    auto output = std::make_shared<ofxhost::image>(ofxhost::pixel_depth::real, source->bounds());
+    auto output = std::make_shared<vl1::ofxhost::image>(vl1::ofxhost::pixel_depth::real, source->bounds());
     inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
     ASSERT_EQ(inst.render_tiles(0.0, output, 8, 5), kOfxStatOK);
     const auto expected = graded(*source, table_for(*theme, v));
@@ -180,14 +180,14 @@ TEST_F(bundle_render, PaddedAndBottomUpRowsAreHonoured)
     const look v{200, 80};
     const auto packed_source = test_card({0, 0, 12, 6});
     const auto expected = graded(*packed_source, table_for(*theme, v));
-    ofxhost::instance inst = make(v);
-    for (ofxhost::image_layout layout : {ofxhost::image_layout{64, false}, ofxhost::image_layout{0, true},
-                                         ofxhost::image_layout{48, true}}) {
-        auto source = std::make_shared<ofxhost::image>(ofxhost::pixel_depth::real, packed_source->bounds(), layout);
+    vl1::ofxhost::instance inst = make(v);
+    for (vl1::ofxhost::image_layout layout : {vl1::ofxhost::image_layout{64, false}, vl1::ofxhost::image_layout{0, true},
+                                         vl1::ofxhost::image_layout{48, true}}) {
+        auto source = std::make_shared<vl1::ofxhost::image>(vl1::ofxhost::pixel_depth::real, packed_source->bounds(), layout);
         for (int y = 0; y < 6; ++y)
             for (int x = 0; x < 12; ++x)
                 source->set_pixel(x, y, packed_source->pixel(x, y));
-        auto output = std::make_shared<ofxhost::image>(ofxhost::pixel_depth::real, source->bounds(), layout);
+        auto output = std::make_shared<vl1::ofxhost::image>(vl1::ofxhost::pixel_depth::real, source->bounds(), layout);
         output->fill_bytes(0xAB);
         const auto padding_before = output->padding_bytes();
         inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
@@ -200,9 +200,9 @@ TEST_F(bundle_render, PaddedAndBottomUpRowsAreHonoured)
 
 TEST_F(bundle_render, WindowsBeyondTheImagesWriteOnlyWhereBothExist)
 {
-    ofxhost::instance inst = make({30, 100});
+    vl1::ofxhost::instance inst = make({30, 100});
     auto source = test_card({2, 0, 8, 4});  // narrower than the output
-    auto output = std::make_shared<ofxhost::image>(ofxhost::pixel_depth::real, OfxRectI{0, 0, 10, 4});
+    auto output = std::make_shared<vl1::ofxhost::image>(vl1::ofxhost::pixel_depth::real, OfxRectI{0, 0, 10, 4});
     output->fill({0.25, 0.25, 0.25, 0.25});
     inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
     inst.set_clip_image(kOfxImageEffectOutputClipName, output);
@@ -220,11 +220,11 @@ TEST_F(bundle_render, WindowsBeyondTheImagesWriteOnlyWhereBothExist)
 
 TEST_F(bundle_render, AFailedFetchAnswersByTheAbortState)
 {
-    ofxhost::instance inst = make({});
+    vl1::ofxhost::instance inst = make({});
     auto source = test_card({0, 0, 4, 4});
     inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
-    inst.set_clip_image(kOfxImageEffectOutputClipName, std::make_shared<ofxhost::image>(source->depth(), source->bounds()));
-    h.fail_call(ofxhost::failing("clipGetImage").for_argument(kOfxImageEffectSimpleSourceClipName));
+    inst.set_clip_image(kOfxImageEffectOutputClipName, std::make_shared<vl1::ofxhost::image>(source->depth(), source->bounds()));
+    h.fail_call(vl1::ofxhost::failing("clipGetImage").for_argument(kOfxImageEffectSimpleSourceClipName));
     EXPECT_EQ(inst.render(0.0, source->bounds()), kOfxStatFailed);
     inst.set_abort(true);
     EXPECT_EQ(inst.render(0.0, source->bounds()), kOfxStatOK);

@@ -25,13 +25,13 @@ double resident_mib()
 
 class bundle_session : public bundle_fixture {
 protected:
-    ofxhost::plugin p = ready_plugin();
+    vl1::ofxhost::plugin p = ready_plugin();
     const std::string project_state = state_text(state_blob_with(*travelling_theme()));
-    std::shared_ptr<ofxhost::image> source = gradient_image({0, 0, 64, 32});
+    std::shared_ptr<vl1::ofxhost::image> source = gradient_image({0, 0, 64, 32});
 
     void one_round(int round)
     {
-        ofxhost::instance inst = p.create_instance(kOfxImageEffectContextFilter,
+        vl1::ofxhost::instance inst = p.create_instance(kOfxImageEffectContextFilter,
                                                    {{"binaryStateParam", project_state}, {"Strength", 80.0}});
         render(inst, source, round);
         inst.param("Angle").set_value_at(round, double(round % 360));

@@ -11,24 +11,24 @@ using namespace bundle_test;
 
 class bundle_state : public bundle_fixture {
 protected:
-    ofxhost::plugin p = ready_plugin();
+    vl1::ofxhost::plugin p = ready_plugin();
     std::shared_ptr<const vl1::hueloom_theme_v1> builtin = builtin_theme();
     std::shared_ptr<const vl1::hueloom_theme_v1> traveller = travelling_theme();
-    std::shared_ptr<ofxhost::image> source = gradient_image({0, 0, 16, 8});
+    std::shared_ptr<vl1::ofxhost::image> source = gradient_image({0, 0, 16, 8});
 
-    ofxhost::instance make(const std::string& state, double strength = 100.0, double angle = 45.0)
+    vl1::ofxhost::instance make(const std::string& state, double strength = 100.0, double angle = 45.0)
     {
         return p.create_instance(kOfxImageEffectContextFilter,
                                  {{"binaryStateParam", state}, {"Strength", strength}, {"Angle", angle}});
     }
 
-    double difference_to(ofxhost::instance& inst, const vl1::hueloom_theme_v1& theme, const look& values)
+    double difference_to(vl1::ofxhost::instance& inst, const vl1::hueloom_theme_v1& theme, const look& values)
     {
         return max_difference(*render(inst, source), *graded(*source, table_for(theme, values)));
     }
 
     /// Opens and closes the editor: the state goes to the host at the next render.
-    std::string saved_state_of(ofxhost::instance& inst)
+    std::string saved_state_of(vl1::ofxhost::instance& inst)
     {
         EXPECT_EQ(inst.press_button("Open GUI"), kOfxStatOK);
         render(inst, source);
@@ -41,7 +41,7 @@ TEST_F(bundle_state, BadTextLeavesTheDefaults)
     for (const std::string& text : std::vector<std::string>{"", "QQ", "QUJD", "!!!not base64!!!", "AAAA",
                                                             std::string(5000, '@'), "hlz1:", "hlz1:QUJD"}) {
         SCOPED_TRACE(text.substr(0, 20));
-        ofxhost::instance inst = make(text);
+        vl1::ofxhost::instance inst = make(text);
         EXPECT_EQ(difference_to(inst, *builtin, {45, 100}), 0.0);
     }
 }
@@ -51,14 +51,14 @@ TEST_F(bundle_state, MegabytesOfGarbageAreIgnored)
     std::string garbage(6 * 1024 * 1024, 'A');
     for (std::size_t i = 0; i < garbage.size(); i += 7)
         garbage[i] = "+/09azAZ"[i % 8];
-    ofxhost::instance inst = make(garbage);
+    vl1::ofxhost::instance inst = make(garbage);
     EXPECT_EQ(difference_to(inst, *builtin, {45, 100}), 0.0);
 }
 
 TEST_F(bundle_state, TheThemeTravelsWithTheProject)
 {
     // The theme exists nowhere on this machine but in the saved state.
-    ofxhost::instance inst = make(state_text(state_blob_with(*traveller)));
+    vl1::ofxhost::instance inst = make(state_text(state_blob_with(*traveller)));
     EXPECT_EQ(difference_to(inst, *traveller, {45, 100}), 0.0);
     EXPECT_GT(max_difference(*graded(*source, table_for(*traveller, {45, 100})),
                              *graded(*source, table_for(*builtin, {45, 100}))),
@@ -71,19 +71,19 @@ TEST_F(bundle_state, BlobsOfAnyLengthModuloThreeDecode)
     for (std::size_t extra : {0u, 1u, 2u}) {
         const auto blob = state_blob_with(*traveller, extra);
         SCOPED_TRACE(blob.size() % 3);
-        ofxhost::instance inst = make(state_text(blob));
+        vl1::ofxhost::instance inst = make(state_text(blob));
         EXPECT_EQ(difference_to(inst, *traveller, {45, 100}), 0.0);
     }
 }
 
 TEST_F(bundle_state, ASecondInstanceFromTheSavedTextRendersTheSame)
 {
-    ofxhost::instance first = make(state_text(state_blob_with(*traveller)), 70.0, 200.0);
+    vl1::ofxhost::instance first = make(state_text(state_blob_with(*traveller)), 70.0, 200.0);
     const std::string saved = saved_state_of(first);
     ASSERT_EQ(saved.rfind("hlz1:", 0), 0u) << "the state is saved packed";
     EXPECT_LT(saved.size(), state_text(state_blob_with(*traveller)).size() / 2);
 
-    ofxhost::instance second = make(saved, 70.0, 200.0);
+    vl1::ofxhost::instance second = make(saved, 70.0, 200.0);
     EXPECT_EQ(max_difference(*render(first, source), *render(second, source)), 0.0);
     EXPECT_EQ(difference_to(second, *traveller, {200, 70}), 0.0);
     EXPECT_EQ(saved_state_of(second), saved) << "saving again changes nothing";
@@ -91,7 +91,7 @@ TEST_F(bundle_state, ASecondInstanceFromTheSavedTextRendersTheSame)
 
 TEST_F(bundle_state, TheHostsParameterValuesWinOverTheState)
 {
-    ofxhost::instance first = make(state_text(state_blob_with(*traveller)), 30.0, 10.0);
+    vl1::ofxhost::instance first = make(state_text(state_blob_with(*traveller)), 30.0, 10.0);
     const std::string saved = saved_state_of(first);
 
     // Changed at the host between two editor sessions: the render follows the host.
@@ -99,13 +99,13 @@ TEST_F(bundle_state, TheHostsParameterValuesWinOverTheState)
     EXPECT_EQ(difference_to(first, *traveller, {10, 90}), 0.0);
 
     // A project opened with other panel values than the blob holds.
-    ofxhost::instance second = make(saved, 55.0, 300.0);
+    vl1::ofxhost::instance second = make(saved, 55.0, 300.0);
     EXPECT_EQ(difference_to(second, *traveller, {300, 55}), 0.0);
 }
 
 TEST_F(bundle_state, NoStateIsWrittenUntilTheEditorCloses)
 {
-    ofxhost::instance inst = make("");
+    vl1::ofxhost::instance inst = make("");
     render(inst, source);
     EXPECT_EQ(inst.param("binaryStateParam").get_string(), "");
     EXPECT_FALSE(saved_state_of(inst).empty());

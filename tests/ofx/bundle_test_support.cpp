@@ -24,9 +24,9 @@ std::filesystem::path bundle_binary()
     return bundle_path() / "Contents" / "Linux-x86-64" / "Hueloom.ofx";
 }
 
-std::shared_ptr<ofxhost::image> gradient_image(OfxRectI bounds, ofxhost::pixel_depth depth)
+std::shared_ptr<vl1::ofxhost::image> gradient_image(OfxRectI bounds, vl1::ofxhost::pixel_depth depth)
 {
-    auto img = std::make_shared<ofxhost::image>(depth, bounds);
+    auto img = std::make_shared<vl1::ofxhost::image>(depth, bounds);
     const double w = bounds.x2 - bounds.x1, h = bounds.y2 - bounds.y1;
     for (int y = bounds.y1; y < bounds.y2; ++y) {
         for (int x = bounds.x1; x < bounds.x2; ++x) {
@@ -68,20 +68,20 @@ bool log_capture::contains(const std::string& text)
     return false;
 }
 
-ofxhost::plugin bundle_fixture::ready_plugin()
+vl1::ofxhost::plugin bundle_fixture::ready_plugin()
 {
-    ofxhost::plugin p = load_plugin();
+    vl1::ofxhost::plugin p = load_plugin();
     EXPECT_EQ(p.load(), kOfxStatOK);
     EXPECT_EQ(p.describe(), kOfxStatOK);
     EXPECT_EQ(p.describe_in_context(kOfxImageEffectContextFilter), kOfxStatOK);
     return p;
 }
 
-std::shared_ptr<ofxhost::image> bundle_fixture::render(ofxhost::instance& inst,
-                                                       std::shared_ptr<ofxhost::image> source,
+std::shared_ptr<vl1::ofxhost::image> bundle_fixture::render(vl1::ofxhost::instance& inst,
+                                                       std::shared_ptr<vl1::ofxhost::image> source,
                                                        OfxTime time, OfxStatus expected)
 {
-    auto output = std::make_shared<ofxhost::image>(source->depth(), source->bounds());
+    auto output = std::make_shared<vl1::ofxhost::image>(source->depth(), source->bounds());
     output->fill({0.0, 0.0, 0.0, 0.0});
     inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
     inst.set_clip_image(kOfxImageEffectOutputClipName, output);

@@ -26,8 +26,8 @@ std::filesystem::path bundle_path();
 std::filesystem::path bundle_binary();
 
 /// A float RGBA image over `bounds`, every pixel (r, g, b, a) a smooth function of x and y.
-std::shared_ptr<ofxhost::image> gradient_image(OfxRectI bounds,
-                                               ofxhost::pixel_depth depth = ofxhost::pixel_depth::real);
+std::shared_ptr<vl1::ofxhost::image> gradient_image(OfxRectI bounds,
+                                               vl1::ofxhost::pixel_depth depth = vl1::ofxhost::pixel_depth::real);
 
 /// Collects what the plug-in writes to stderr while it lives.
 class log_capture {
@@ -45,16 +45,16 @@ private:
 
 class bundle_fixture : public ::testing::Test {
 protected:
-    ofxhost::host h;
+    vl1::ofxhost::host h;
 
     /// Loads the plug-in record and runs OfxActionLoad; the status is checked by the caller.
-    ofxhost::plugin load_plugin() { return h.load_plugin(bundle_path(), 0); }
+    vl1::ofxhost::plugin load_plugin() { return h.load_plugin(bundle_path(), 0); }
 
     /// A loaded and described plug-in, ready for instances.
-    ofxhost::plugin ready_plugin();
+    vl1::ofxhost::plugin ready_plugin();
 
     /// Renders `inst` over the whole of `source`, into a fresh output of the same depth.
-    std::shared_ptr<ofxhost::image> render(ofxhost::instance& inst, std::shared_ptr<ofxhost::image> source,
+    std::shared_ptr<vl1::ofxhost::image> render(vl1::ofxhost::instance& inst, std::shared_ptr<vl1::ofxhost::image> source,
                                            OfxTime time = 0.0, OfxStatus expected = kOfxStatOK);
 };
 

@@ -102,17 +102,17 @@ TEST_F(render_failure, BrokenStateTexts)
     const std::string saved = run_render(joined(hueloom_plugin_args(), {"--export-lut", (dir / "l.cube").string(),
                                                                       "--state-out", state.string()}))
                                   .exit_code == 0
-                                  ? hueloom_render::read_state_file(state).state_text
+                                  ? vl1::render_tool::read_state_file(state).state_text
                                   : "";
     ASSERT_FALSE(saved.empty());
-    const std::vector<uint8_t> blob = hueloom_render::decode_state(saved);
+    const std::vector<uint8_t> blob = vl1::render_tool::decode_state(saved);
     const std::pair<std::vector<uint8_t>, const char*> refused[] = {
         {{'n', 'o', 'i', 's', 'e', 0, 1, 2, 3}, "it is no saved state of the plug-in"},
         {{blob.begin(), blob.begin() + 100}, "it is cut off: 6 parameter records declared, 1 present"},
         {{blob.begin(), blob.end() - 1000}, "its theme record is cut off"},
     };
     for (const auto& [bytes, reason] : refused) {
-        std::ofstream(state, std::ios::trunc) << hueloom_render::encode_state(bytes) << "\n";
+        std::ofstream(state, std::ios::trunc) << vl1::render_tool::encode_state(bytes) << "\n";
         const auto r = fails_with(3, hueloom_plugin_args(),
                                   {"-i", image.string(), "-o", out("x.png"), "--state-in", state.string()});
         EXPECT_TRUE(contains(r.err, "the plug-in can't take this state: " + std::string(reason))) << r.err;

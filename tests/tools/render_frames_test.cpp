@@ -12,7 +12,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using namespace hueloom_render;
+using namespace vl1::render_tool;
 
 // The exit code and message of the render_error `f` raises.
 template <class F>

@@ -68,7 +68,7 @@ TEST_F(render_keys, StateFilesCarryTheStateTextAndTheSettings)
     ASSERT_EQ(first.exit_code, 0) << first.err;
     EXPECT_TRUE(unchanged(dir / "first.png"));
 
-    const hueloom_render::state_file saved = hueloom_render::read_state_file(dir / "out.txt");
+    const vl1::render_tool::state_file saved = vl1::render_tool::read_state_file(dir / "out.txt");
     EXPECT_EQ(saved.state_text, "QUJD");
     const auto has = [&](const std::string& s) {
         return std::find(saved.settings.begin(), saved.settings.end(), s) != saved.settings.end();

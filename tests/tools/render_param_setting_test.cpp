@@ -15,14 +15,14 @@
 
 namespace {
 
-using hueloom_render::apply_setting;
-using hueloom_render::render_error;
+using vl1::render_tool::apply_setting;
+using vl1::render_tool::render_error;
 
 class param_setting : public ::testing::Test {
 protected:
-    ofxhost::host h;
-    std::optional<ofxhost::plugin> plugin;
-    std::optional<ofxhost::instance> inst;
+    vl1::ofxhost::host h;
+    std::optional<vl1::ofxhost::plugin> plugin;
+    std::optional<vl1::ofxhost::instance> inst;
 
     void SetUp() override
     {
@@ -38,7 +38,7 @@ protected:
         plugin.reset();
     }
 
-    ofxhost::param& param(const std::string& name) { return inst->param(name); }
+    vl1::ofxhost::param& param(const std::string& name) { return inst->param(name); }
 
     // The message of the render_error a setting raises; "" if it raises none.
     std::string refusal(const std::string& setting)
@@ -46,7 +46,7 @@ protected:
         try {
             apply_setting(*inst, setting);
         } catch (const render_error& e) {
-            EXPECT_EQ(e.code(), hueloom_render::exit_code::usage);
+            EXPECT_EQ(e.code(), vl1::render_tool::exit_code::usage);
             return e.what();
         }
         return {};
@@ -145,16 +145,16 @@ TEST_F(param_setting, FormattedSettingsGiveTheSameValuesAndKeysBack)
     }
     std::vector<std::string> formatted;
     for (const auto& p : inst->fx().params().params()) {
-        if (auto f = hueloom_render::format_setting(*p); !f.empty()) formatted.push_back(f);
+        if (auto f = vl1::render_tool::format_setting(*p); !f.empty()) formatted.push_back(f);
     }
-    ofxhost::instance other = plugin->create_instance(kOfxImageEffectContextFilter);
+    vl1::ofxhost::instance other = plugin->create_instance(kOfxImageEffectContextFilter);
     for (const auto& f : formatted) apply_setting(other, f);
     for (const char* name : {"Gain", "Invert", "Mode", "Tint", "Count", "Offset", "Note"}) {
         SCOPED_TRACE(name);
         EXPECT_EQ(other.param(name).key_times(), param(name).key_times());
         for (double t : {0.0, 1.0, 2.0, 4.0, 7.0}) EXPECT_EQ(other.param(name).value_at(t), param(name).value_at(t));
     }
-    EXPECT_EQ(hueloom_render::format_setting(param("binaryStateParam")), "");
+    EXPECT_EQ(vl1::render_tool::format_setting(param("binaryStateParam")), "");
 }
 
 }  // namespace

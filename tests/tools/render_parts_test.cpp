@@ -10,7 +10,7 @@
 
 namespace {
 
-using namespace hueloom_render;
+using namespace vl1::render_tool;
 
 TEST(command_line, OptionsTakeSeparateOrInlineValues)
 {

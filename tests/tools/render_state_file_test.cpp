@@ -12,7 +12,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using namespace hueloom_render;
+using namespace vl1::render_tool;
 
 std::string refusal(const fs::path& path)
 {

@@ -185,13 +185,13 @@ TEST_F(render_tool, ExportedLutsHoldTheGradedLatticeInEachFormat)
 {
     // The reference: the lattice graded by the reference look, written by the same writers.
     // The lattice is rendered, never passed through, even when the look is the identity.
-    hueloom_render::rgba_image lattice = hueloom_render::make_identity_lattice();
+    vl1::render_tool::rgba_image lattice = vl1::render_tool::make_identity_lattice();
     const pixel_rule look = identity_table_look();
     for (std::size_t i = 0; i < lattice.pixels.size(); i += 4) {
         const auto out = look({lattice.pixels[i], lattice.pixels[i + 1], lattice.pixels[i + 2], lattice.pixels[i + 3]});
         std::copy(out.begin(), out.end(), lattice.pixels.begin() + static_cast<std::ptrdiff_t>(i));
     }
-    const vl1::lut_argb_variable reference = hueloom_render::lattice_to_lut(lattice);
+    const vl1::lut_argb_variable reference = vl1::render_tool::lattice_to_lut(lattice);
     const fs::path ref_dir = hueloom_test::make_temp_dir("reference");
     ASSERT_TRUE(vl1::write_lut_cube(reference, (ref_dir / "look.cube").string(), "hueloom-render", ""));
     ASSERT_TRUE(vl1::write_lut_3dl(reference, (ref_dir / "look.3dl").string(), "hueloom-render", ""));
@@ -276,8 +276,8 @@ TEST_F(render_tool, StateOutWritesTheStateTextTheBundleHandsOver)
     const run_result r = render({"-i", in.string(), "-o", (dir / "out.png").string(), "--state-out",
                                  (dir / "look.txt").string()});
     ASSERT_EQ(r.exit_code, 0) << r.err;
-    const hueloom_render::state_file saved = hueloom_render::read_state_file(dir / "look.txt");
-    EXPECT_TRUE(saved.state_text.empty() || hueloom_render::is_state_text(saved.state_text));
+    const vl1::render_tool::state_file saved = vl1::render_tool::read_state_file(dir / "look.txt");
+    EXPECT_TRUE(saved.state_text.empty() || vl1::render_tool::is_state_text(saved.state_text));
 
     // The saved file starts the next shot.
     const run_result next = render({"-i", in.string(), "-o", (dir / "next.png").string(), "--state-in",

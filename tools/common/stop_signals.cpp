@@ -101,17 +101,17 @@ void clear_on_stop()
     stop_callback = nullptr;
 }
 
-partial_output::partial_output(std::filesystem::path path) : path_(std::move(path))
+partial_output::partial_output(std::filesystem::path path) : watched_path(std::move(path))
 {
     std::lock_guard lock(registry_mutex);
-    partial_paths.push_back(path_);
+    partial_paths.push_back(watched_path);
 }
 
 partial_output::~partial_output()
 {
     std::lock_guard lock(registry_mutex);
     for (auto it = partial_paths.begin(); it != partial_paths.end(); ++it) {
-        if (*it == path_) {
+        if (*it == watched_path) {
             partial_paths.erase(it);
             break;
         }

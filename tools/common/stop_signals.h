@@ -40,7 +40,7 @@ public:
     partial_output& operator=(const partial_output&) = delete;
 
 private:
-    std::filesystem::path path_;
+    std::filesystem::path watched_path;
 };
 
 }  // namespace vl1::tools

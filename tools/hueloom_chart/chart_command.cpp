@@ -47,7 +47,8 @@ std::string parse(const std::vector<std::string>& args, chart_options& o)
         if (a == "-h" || a == "--help") {
             o.help = true;
         } else if (a == "--width" || a == "--height") {
-            if (i + 1 >= args.size()) return a + " needs a value";
+            if (i + 1 >= args.size())
+                return a + " needs a value";
             const auto v = read_size(args[++i]);
             if (!v)
                 return fmt::format("{} wants a whole number from {} to {}, not \"{}\"", a, min_chart_size,
@@ -61,14 +62,17 @@ std::string parse(const std::vector<std::string>& args, chart_options& o)
             return fmt::format("one output file only, not also \"{}\"", a);
         }
     }
-    if (!o.help && o.output.empty()) return "no output file given";
+    if (!o.help && o.output.empty())
+        return "no output file given";
     return {};
 }
 
 OIIO::TypeDesc depth_for(const std::string& format)
 {
-    if (format == "openexr") return OIIO::TypeDesc::HALF;
-    if (format == "tiff" || format == "dpx") return OIIO::TypeDesc::UINT16;
+    if (format == "openexr")
+        return OIIO::TypeDesc::HALF;
+    if (format == "tiff" || format == "dpx")
+        return OIIO::TypeDesc::UINT16;
     return OIIO::TypeDesc::UINT8;
 }
 
@@ -76,18 +80,22 @@ OIIO::TypeDesc depth_for(const std::string& format)
 std::string write_chart(const fs::path& path, const chart_image& chart)
 {
     auto out = OIIO::ImageOutput::create(path.string());
-    if (!out) return OIIO::geterror().empty() ? "no writer for this file type" : OIIO::geterror();
+    if (!out)
+        return OIIO::geterror().empty() ? "no writer for this file type" : OIIO::geterror();
     OIIO::ImageSpec header(chart.width, chart.height, 3, depth_for(out->format_name()));
     header.attribute("oiio:ColorSpace", "sRGB");
     header.attribute("ImageDescription", "Hueloom test chart");
     header.attribute("Software", "hueloom-chart");
     // A signal that ends the process mid-write takes the half-written chart with it.
     const vl1::tools::partial_output partial(path);
-    if (!out->open(path.string(), header)) return out->geterror();
+    if (!out->open(path.string(), header))
+        return out->geterror();
     const bool ok = out->write_image(OIIO::TypeDesc::FLOAT, chart.rgb.data());
     std::string failure = ok ? "" : out->geterror();
-    if (!out->close() && failure.empty()) failure = out->geterror();
-    if (failure.empty()) return {};
+    if (!out->close() && failure.empty())
+        failure = out->geterror();
+    if (failure.empty())
+        return {};
     std::error_code ignored;
     fs::remove(path, ignored);  // no half-written chart under the asked-for name
     return failure.empty() ? "write failed" : failure;
@@ -108,7 +116,8 @@ int run_chart_command(const std::vector<std::string>& args, std::ostream& out, s
             return 0;
         }
         if (std::string failure = write_chart(o.output, make_test_chart(o.width, o.height)); !failure.empty()) {
-            while (!failure.empty() && failure.back() == '\n') failure.pop_back();
+            while (!failure.empty() && failure.back() == '\n')
+                failure.pop_back();
             fmt::print(err, "hueloom-chart: cannot write {}: {}\n", o.output, failure);
             return 1;
         }

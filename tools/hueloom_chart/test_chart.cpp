@@ -128,7 +128,8 @@ chart_image make_test_chart(int width, int height)
     }
     for (const auto& p : chart_patches(img.width, img.height)) {
         for (int y = p.y1; y < p.y2; ++y) {
-            for (int x = p.x1; x < p.x2; ++x) paint(img, x, y, p.colour);
+            for (int x = p.x1; x < p.x2; ++x)
+                paint(img, x, y, p.colour);
         }
     }
     return img;

@@ -25,7 +25,8 @@ std::string short_components(const std::vector<std::string>& components)
 
 std::string range_text(const std::string& low, const std::string& high)
 {
-    if (low.empty() && high.empty()) return {};
+    if (low.empty() && high.empty())
+        return {};
     return fmt::format("{} .. {}", low.empty() ? "?" : low, high.empty() ? "?" : high);
 }
 
@@ -38,7 +39,8 @@ void print_param(std::ostream& out, const ofxhost::param_info& p)
     if (!p.options.empty()) line += fmt::format("  options {}", fmt::join(p.options, ", "));
     if (p.label != p.name) line += fmt::format("  label \"{}\"", p.label);
     if (p.script_name != p.name) line += fmt::format("  script \"{}\"", p.script_name);
-    if (p.secret) line += "  secret";
+    if (p.secret)
+        line += "  secret";
     fmt::print(out, "{}\n", line);
 }
 
@@ -50,7 +52,8 @@ void print_context(std::ostream& out, const ofxhost::context_info& c)
                    clip.optional ? "  optional" : "");
     }
     fmt::print(out, "      Parameters:\n");
-    for (const auto& p : c.params) print_param(out, p);
+    for (const auto& p : c.params)
+        print_param(out, p);
 }
 
 void print_plugin(std::ostream& out, int index, const ofxhost::plugin_info& info)
@@ -61,7 +64,8 @@ void print_plugin(std::ostream& out, int index, const ofxhost::plugin_info& info
     fmt::print(out, "    Contexts: {}\n", fmt::join(info.contexts, ", "));
     fmt::print(out, "    Pixel depths: {}\n", fmt::join(info.pixel_depths, ", "));
     fmt::print(out, "    Render thread safety: {}\n", info.thread_safety);
-    for (const auto& c : info.per_context) print_context(out, c);
+    for (const auto& c : info.per_context)
+        print_context(out, c);
 }
 
 // Runs the actions in a host's order, stopping at the first failure; the failure's text or "".
@@ -121,13 +125,15 @@ int describe_bundles(const std::vector<fs::path>& folders, std::ostream& out, st
     const auto bundles = ofxhost::find_bundles(folders);
     if (bundles.empty()) {
         std::vector<std::string> names;
-        for (const auto& f : folders) names.push_back(f.string());
+        for (const auto& f : folders)
+            names.push_back(f.string());
         fmt::print(err, "hueloom-host: no OFX bundles found in {}\n", fmt::join(names, ":"));
         return 1;
     }
     ofxhost::host h;
     bool ok = true;
-    for (const auto& bundle : bundles) ok = describe_bundle(h, bundle, out, err) && ok;
+    for (const auto& bundle : bundles)
+        ok = describe_bundle(h, bundle, out, err) && ok;
     return ok ? 0 : 1;
 }
 

@@ -24,7 +24,7 @@ constexpr const char* usage =
 /// Where hueloom-render looks: the build's own plug-in folder goes before /usr/OFX/Plugins.
 std::vector<std::filesystem::path> default_folders()
 {
-    std::vector<std::filesystem::path> folders = ofxhost::default_search_path();
+    std::vector<std::filesystem::path> folders = vl1::ofxhost::default_search_path();
     folders.insert(folders.end() - 1, HUELOOM_HOST_PLUGIN_DIR);
     return folders;
 }
@@ -44,7 +44,7 @@ int main(int argc, char** argv)
             std::cerr << usage;
             return 2;
         }
-        const auto folders = argc == 3 ? ofxhost::split_search_path(argv[2]) : default_folders();
+        const auto folders = argc == 3 ? vl1::ofxhost::split_search_path(argv[2]) : default_folders();
         if (folders.empty()) {
             std::cerr << "hueloom-host: PATH names no folder\n" << usage;
             return 2;

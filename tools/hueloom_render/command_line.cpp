@@ -5,7 +5,7 @@
 #include <charconv>
 #include <map>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 const char* const render_usage =
     "usage: hueloom-render -i INPUT -o OUTPUT [options]\n"
@@ -109,7 +109,8 @@ std::string store(render_options& o, const std::string& name, const option_rule&
 {
     switch (rule.kind) {
     case arg_kind::text:
-        if (value.empty()) return fmt::format("{} needs a non-empty value", name);
+        if (value.empty())
+            return fmt::format("{} needs a non-empty value", name);
         o.*rule.text = value;
         return {};
     case arg_kind::list:
@@ -131,15 +132,19 @@ std::string store(render_options& o, const std::string& name, const option_rule&
 
 std::string check_consistency(const render_options& o)
 {
-    if (o.help) return {};
-    if (o.quiet && o.verbose) return "--quiet and --verbose exclude each other";
+    if (o.help)
+        return {};
+    if (o.quiet && o.verbose)
+        return "--quiet and --verbose exclude each other";
     if (!o.depth.empty() && o.depth != "8" && o.depth != "16" && o.depth != "half" && o.depth != "float") {
         return fmt::format("--depth wants 8, 16, half or float, not \"{}\"", o.depth);
     }
     if (o.lut_size != 17 && o.lut_size != 33 && o.lut_size != 65)
         return fmt::format("--lut-size wants 17, 33 or 65, not {}", o.lut_size);
-    if (o.list_params) return {};
-    if (o.open_editor) return o.input.empty() ? "the editor needs a picture: -i FILE" : std::string();
+    if (o.list_params)
+        return {};
+    if (o.open_editor)
+        return o.input.empty() ? "the editor needs a picture: -i FILE" : std::string();
     if (o.input.empty() != o.output.empty())
         return o.input.empty() ? "-o needs an input: -i FILE" : "-i needs an output: -o FILE";
     if (o.input.empty() && o.export_lut.empty())
@@ -188,4 +193,4 @@ parsed_command parse_command_line(const std::vector<std::string>& args)
     return result;
 }
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

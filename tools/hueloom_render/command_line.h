@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 /// The plug-in the renderer drives unless --plugin-id names another.
 inline constexpr const char* default_plugin_id = "com.varnlight.hueloomofx";
@@ -44,4 +44,4 @@ parsed_command parse_command_line(const std::vector<std::string>& args);
 extern const char* const render_usage;
 extern const char* const look_usage;
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

@@ -7,7 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 namespace {
 
@@ -31,12 +31,18 @@ fs::path resolved(const fs::path& path)
 std::string non_regular_kind(const fs::path& path)
 {
     struct stat st{};
-    if (stat(path.c_str(), &st) != 0 || S_ISREG(st.st_mode)) return {};
-    if (S_ISDIR(st.st_mode)) return "a folder";
-    if (S_ISFIFO(st.st_mode)) return "a FIFO";
-    if (S_ISCHR(st.st_mode)) return "a character device";
-    if (S_ISBLK(st.st_mode)) return "a block device";
-    if (S_ISSOCK(st.st_mode)) return "a socket";
+    if (stat(path.c_str(), &st) != 0 || S_ISREG(st.st_mode))
+        return {};
+    if (S_ISDIR(st.st_mode))
+        return "a folder";
+    if (S_ISFIFO(st.st_mode))
+        return "a FIFO";
+    if (S_ISCHR(st.st_mode))
+        return "a character device";
+    if (S_ISBLK(st.st_mode))
+        return "a block device";
+    if (S_ISSOCK(st.st_mode))
+        return "a socket";
     return "no regular file";
 }
 
@@ -49,9 +55,10 @@ void require_regular_input(const fs::path& path, const std::string& what)
 input_files::input_files(const std::vector<fs::path>& paths)
 {
     for (const auto& path : paths) {
-        by_path_.emplace(resolved(path), path);
+        by_path.emplace(resolved(path), path);
         struct stat st{};
-        if (stat(path.c_str(), &st) == 0) by_id_.emplace(std::make_pair(st.st_dev, st.st_ino), path);
+        if (stat(path.c_str(), &st) == 0)
+            by_id.emplace(std::make_pair(st.st_dev, st.st_ino), path);
     }
 }
 
@@ -59,10 +66,11 @@ const fs::path* input_files::find(const fs::path& output) const
 {
     struct stat st{};
     if (stat(output.c_str(), &st) == 0) {
-        if (const auto it = by_id_.find({st.st_dev, st.st_ino}); it != by_id_.end()) return &it->second;
+        if (const auto it = by_id.find({st.st_dev, st.st_ino}); it != by_id.end())
+            return &it->second;
     }
-    const auto it = by_path_.find(resolved(output));
-    return it == by_path_.end() ? nullptr : &it->second;
+    const auto it = by_path.find(resolved(output));
+    return it == by_path.end() ? nullptr : &it->second;
 }
 
 void check_output_file(const fs::path& path, const input_files& inputs, bool devices_taken)
@@ -73,8 +81,10 @@ void check_output_file(const fs::path& path, const input_files& inputs, bool dev
     }
     struct stat st{};
     const bool exists = stat(path.c_str(), &st) == 0;
-    if (exists && devices_taken && S_ISCHR(st.st_mode)) return;
-    if (exists && !S_ISREG(st.st_mode)) throw output_error(path, fmt::format("it is {}", non_regular_kind(path)));
+    if (exists && devices_taken && S_ISCHR(st.st_mode))
+        return;
+    if (exists && !S_ISREG(st.st_mode))
+        throw output_error(path, fmt::format("it is {}", non_regular_kind(path)));
     // Write protection is the user's word that the file stays, for root too.
     if (exists && (access(path.c_str(), W_OK) != 0 || (st.st_mode & 0222) == 0))
         throw output_error(path, fmt::format("the file is write-protected (mode {:04o}) and is left as it is",
@@ -82,4 +92,4 @@ void check_output_file(const fs::path& path, const input_files& inputs, bool dev
     check_output_folder(path);
 }
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

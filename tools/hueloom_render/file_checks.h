@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 /// What stands at `path` when it isn't a regular file: "a folder", "a FIFO", "a character
 /// device"...; empty for a regular file or nothing at all. Links are followed.
@@ -28,8 +28,8 @@ public:
     const std::filesystem::path* find(const std::filesystem::path& output) const;
 
 private:
-    std::map<std::filesystem::path, std::filesystem::path> by_path_;
-    std::map<std::pair<dev_t, ino_t>, std::filesystem::path> by_id_;
+    std::map<std::filesystem::path, std::filesystem::path> by_path;
+    std::map<std::pair<dev_t, ino_t>, std::filesystem::path> by_id;
 };
 
 /// Throws render_error for an output that would cost the user a file: (usage) when it is one
@@ -39,4 +39,4 @@ private:
 void check_output_file(const std::filesystem::path& path, const input_files& inputs = input_files(),
                        bool devices_taken = false);
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

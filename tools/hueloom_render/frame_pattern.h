@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 class frame_pattern {
 public:
@@ -16,17 +16,17 @@ public:
     explicit frame_pattern(const std::string& path);
 
     /// Whether the path names a frame number at all; a path without a token is a still.
-    bool has_frame() const { return has_frame_; }
+    bool has_frame() const { return has_frame_number; }
     /// The path of a frame, zero-padded to the token's width; the path itself for a still.
     std::string path_for(int frame) const;
     /// The frames whose files exist, ascending; empty for a still or a missing folder.
     std::vector<int> existing_frames() const;
 
 private:
-    std::string prefix_;
-    std::string suffix_;
-    int width_ = 0;
-    bool has_frame_ = false;
+    std::string prefix;
+    std::string suffix;
+    int digit_width = 0;
+    bool has_frame_number = false;
 };
 
 /// Largest frame number and largest number of frames that --frames accepts.
@@ -37,4 +37,4 @@ inline constexpr int max_frame_count = 1000000;
 /// render_error (usage) naming the bad part.
 std::vector<int> parse_frame_list(const std::string& text);
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

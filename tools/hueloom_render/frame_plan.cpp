@@ -5,7 +5,7 @@
 
 #include <fmt/format.h>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 std::vector<frame_job> plan_frames(const std::string& input, const std::string& output, const std::string& frames)
 {
@@ -44,4 +44,4 @@ int first_frame(const std::string& frames)
     return frames.empty() ? 1 : parse_frame_list(frames).front();
 }
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

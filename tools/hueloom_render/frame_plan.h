@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 struct frame_job {
     int frame = 1;       // the OFX time of the render
@@ -21,4 +21,4 @@ std::vector<frame_job> plan_frames(const std::string& input, const std::string& 
 /// The frame a look is taken at when no image is rendered: the first of --frames, else 1.
 int first_frame(const std::string& frames);
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

@@ -9,7 +9,7 @@
 
 #include <algorithm>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 namespace {
 
@@ -31,7 +31,8 @@ render_error output_error(const fs::path& path, const std::string& why)
 std::string oiio_error(const std::string& fallback)
 {
     std::string e = OIIO::geterror();
-    while (!e.empty() && e.back() == '\n') e.pop_back();
+    while (!e.empty() && e.back() == '\n')
+        e.pop_back();
     return e.empty() ? fallback : e;
 }
 
@@ -46,7 +47,8 @@ channel_map map_channels(const OIIO::ImageSpec& header)
 {
     channel_map m;
     const int n = header.nchannels;
-    if (n == 1) return m;
+    if (n == 1)
+        return m;
     if (n == 2) {
         m.a = header.alpha_channel >= 0 ? header.alpha_channel : 1;
         m.r = m.g = m.b = 1 - m.a;
@@ -54,18 +56,23 @@ channel_map map_channels(const OIIO::ImageSpec& header)
     }
     m.g = 1, m.b = 2;
     // Only a channel the file calls alpha is one: a fourth channel may as well be depth.
-    if (header.alpha_channel >= 3 && header.alpha_channel < n) m.a = header.alpha_channel;
+    if (header.alpha_channel >= 3 && header.alpha_channel < n)
+        m.a = header.alpha_channel;
     for (int c = 3; c < n && m.a < 0; ++c) {
-        if (c < static_cast<int>(header.channelnames.size()) && is_alpha_name(header.channelnames[c])) m.a = c;
+        if (c < static_cast<int>(header.channelnames.size()) && is_alpha_name(header.channelnames[c]))
+            m.a = c;
     }
     return m;
 }
 
 void check_readable_spec(const fs::path& path, const OIIO::ImageSpec& header)
 {
-    if (header.deep) throw input_error(path, "deep images are not supported");
-    if (header.depth > 1) throw input_error(path, "volume images are not supported");
-    if (header.width < 1 || header.height < 1 || header.nchannels < 1) throw input_error(path, "the image is empty");
+    if (header.deep)
+        throw input_error(path, "deep images are not supported");
+    if (header.depth > 1)
+        throw input_error(path, "volume images are not supported");
+    if (header.width < 1 || header.height < 1 || header.nchannels < 1)
+        throw input_error(path, "the image is empty");
     if (header.nchannels > max_channels) {
         throw input_error(path,
                           fmt::format("{} channels are more than the {} supported", header.nchannels, max_channels));
@@ -118,7 +125,8 @@ output_layout layout_for(const image_file& source, const OIIO::ImageOutput& out)
             l.dropped.push_back(name.empty() ? fmt::format("channel {}", c) : name);
             continue;
         }
-        if (is_alpha) l.alpha = static_cast<int>(l.from.size());
+        if (is_alpha)
+            l.alpha = static_cast<int>(l.from.size());
         l.from.push_back(c);
         l.names.push_back(is_alpha && grey ? std::string("A") : std::string(in.channel_name(c)));
     }
@@ -137,19 +145,23 @@ OIIO::ImageSpec output_spec(const image_file& source, const OIIO::ImageOutput& o
     header.channelformats.clear();
     for (std::size_t c = 0; c < layout.from.size(); ++c) {
         const int from = layout.from[c];
-        if (from >= 0 && from == source.header.z_channel) header.z_channel = static_cast<int>(c);
-        if (keep_channel_formats) header.channelformats.push_back(source.header.channelformat(std::max(from, 0)));
+        if (from >= 0 && from == source.header.z_channel)
+            header.z_channel = static_cast<int>(c);
+        if (keep_channel_formats)
+            header.channelformats.push_back(source.header.channelformat(std::max(from, 0)));
     }
     header.format = type;
     const bool same_format = source.format_name == out.format_name();
     // Facts of the source's encoding that another format or depth would misread.
-    if (!same_format || type != source.header.format) header.erase_attribute("oiio:BitsPerSample");
+    if (!same_format || type != source.header.format)
+        header.erase_attribute("oiio:BitsPerSample");
     if (!same_format) {
         header.erase_attribute("compression");
         header.erase_attribute("Compression");
     }
     header.erase_attribute("oiio:UnassociatedAlpha");
-    if (layout.alpha >= 0 && source.unassociated_alpha) header.attribute("oiio:UnassociatedAlpha", 1);
+    if (layout.alpha >= 0 && source.unassociated_alpha)
+        header.attribute("oiio:UnassociatedAlpha", 1);
     return header;
 }
 
@@ -165,17 +177,22 @@ std::vector<float> output_pixels(const rgba_image& img, const image_file& source
         const float* p = img.pixels.data() + i * 4;
         const float* raw = source.channels.data() + i * in_n;
         const float factor = premultiply ? raw[source.alpha] : 1.0f;
-        for (std::size_t c = 0; c < n; ++c) data[i * n + c] = c < 3 ? p[c] * factor : raw[layout.from[c]];
+        for (std::size_t c = 0; c < n; ++c)
+            data[i * n + c] = c < 3 ? p[c] * factor : raw[layout.from[c]];
     }
     return data;
 }
 
 std::string type_name(OIIO::TypeDesc type)
 {
-    if (type == OIIO::TypeDesc::UINT8) return "8-bit";
-    if (type == OIIO::TypeDesc::UINT16) return "16-bit";
-    if (type == OIIO::TypeDesc::HALF) return "half float";
-    if (type == OIIO::TypeDesc::FLOAT) return "float";
+    if (type == OIIO::TypeDesc::UINT8)
+        return "8-bit";
+    if (type == OIIO::TypeDesc::UINT16)
+        return "16-bit";
+    if (type == OIIO::TypeDesc::HALF)
+        return "half float";
+    if (type == OIIO::TypeDesc::FLOAT)
+        return "float";
     return type.c_str();
 }
 
@@ -200,12 +217,14 @@ std::string output_note(const OIIO::ImageOutput& out, const output_layout& layou
 image_file read_image_file(const fs::path& path)
 {
     std::error_code ec;
-    if (!fs::exists(path, ec)) throw input_error(path, "the file does not exist");
+    if (!fs::exists(path, ec))
+        throw input_error(path, "the file does not exist");
     require_regular_input(path, fmt::format("cannot read {}", path.string()));
     OIIO::ImageSpec config;
     config.attribute("oiio:UnassociatedAlpha", 1);  // keep the file's colour values as stored
     auto in = OIIO::ImageInput::open(path.string(), &config);
-    if (!in) throw input_error(path, oiio_error("not an image OpenImageIO can read"));
+    if (!in)
+        throw input_error(path, oiio_error("not an image OpenImageIO can read"));
 
     image_file file;
     file.header = in->spec();
@@ -236,19 +255,25 @@ image_file read_image_file(const fs::path& path)
 
 output_depth parse_output_depth(const std::string& text)
 {
-    if (text == "8") return output_depth::uint8;
-    if (text == "16") return output_depth::uint16;
-    if (text == "half") return output_depth::half;
-    if (text == "float") return output_depth::real;
+    if (text == "8")
+        return output_depth::uint8;
+    if (text == "16")
+        return output_depth::uint16;
+    if (text == "half")
+        return output_depth::half;
+    if (text == "float")
+        return output_depth::real;
     return output_depth::as_input;
 }
 
 std::string write_image_file(const fs::path& path, const rgba_image& pixels, const image_file& source,
                              output_depth depth)
 {
-    if (path.filename().empty()) throw output_error(path, "the path names no file");
+    if (path.filename().empty())
+        throw output_error(path, "the path names no file");
     auto out = OIIO::ImageOutput::create(path.string());
-    if (!out) throw output_error(path, oiio_error("OpenImageIO has no writer for this file type"));
+    if (!out)
+        throw output_error(path, oiio_error("OpenImageIO has no writer for this file type"));
     const output_layout layout = layout_for(source, *out);
     const OIIO::TypeDesc type = type_for(depth, source.header.format);
     const bool keep_channel_formats = depth == output_depth::as_input && !source.header.channelformats.empty() &&
@@ -257,19 +282,23 @@ std::string write_image_file(const fs::path& path, const rgba_image& pixels, con
     // EXR stores colour multiplied by alpha; colour read unmultiplied must be brought to that.
     const bool premultiply =
         layout.alpha >= 0 && source.unassociated_alpha && std::string(out->format_name()) == "openexr";
-    if (premultiply) header.erase_attribute("oiio:UnassociatedAlpha");
+    if (premultiply)
+        header.erase_attribute("oiio:UnassociatedAlpha");
     const std::vector<float> data = output_pixels(pixels, source, layout, premultiply);
 
     pending_output pending(path);
-    if (!out->open(pending.temp_path().string(), header)) throw output_error(path, oiio_error(out->geterror()));
+    if (!out->open(pending.temp_path().string(), header))
+        throw output_error(path, oiio_error(out->geterror()));
     const std::string note = output_note(*out, layout, depth, type);
     const bool written = out->write_image(OIIO::TypeDesc::FLOAT, data.data());
     const std::string write_failure = written ? "" : oiio_error(out->geterror());
     const bool closed = out->close();
-    if (!written) throw output_error(path, write_failure);
-    if (!closed) throw output_error(path, oiio_error(out->geterror()));
+    if (!written)
+        throw output_error(path, write_failure);
+    if (!closed)
+        throw output_error(path, oiio_error(out->geterror()));
     pending.commit();
     return note;
 }
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

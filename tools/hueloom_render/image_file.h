@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 /// The most pixels one image may have: the host's images are at most 2 GiB of float RGBA.
 inline constexpr long long max_image_pixels = 1LL << 27;
@@ -47,4 +47,4 @@ output_depth parse_output_depth(const std::string& text);
 std::string write_image_file(const std::filesystem::path& path, const rgba_image& pixels, const image_file& source,
                              output_depth depth);
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

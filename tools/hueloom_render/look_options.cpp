@@ -19,7 +19,7 @@
 
 namespace fs = std::filesystem;
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 namespace {
 
@@ -33,8 +33,10 @@ std::string lower(std::string s)
 bool parse_uid(const std::string& text, uint32_t& uid)
 {
     std::string digits = lower(text);
-    if (digits.rfind("0x", 0) == 0) digits = digits.substr(2);
-    if (digits.empty() || digits.size() > 8 || !std::all_of(digits.begin(), digits.end(), ::isxdigit)) return false;
+    if (digits.rfind("0x", 0) == 0)
+        digits = digits.substr(2);
+    if (digits.empty() || digits.size() > 8 || !std::all_of(digits.begin(), digits.end(), ::isxdigit))
+        return false;
     uid = static_cast<uint32_t>(std::stoul(digits, nullptr, 16));
     return true;
 }
@@ -54,7 +56,8 @@ std::vector<known_theme> installed_themes(const fs::path& bundle)
     for (const auto& folder : folders) {
         std::error_code ec;
         for (const auto& entry : fs::directory_iterator(folder, ec)) {
-            if (entry.path().extension() != ".hlt") continue;
+            if (entry.path().extension() != ".hlt")
+                continue;
             known_theme t;
             if (vl1::hueloom_theme_file_serializer_v1::read_theme_from_file(t.theme, entry.path().string())) {
                 t.file = entry.path();
@@ -79,7 +82,8 @@ vl1::hueloom_theme_v1 find_theme(const std::string& wanted, const fs::path& bund
     uint32_t uid = 0;
     const bool by_uid = parse_uid(wanted, uid);
     for (const auto& t : themes) {
-        if ((by_uid && t.theme.uid == uid) || lower(t.theme.name) == lower(wanted)) return t.theme;
+        if ((by_uid && t.theme.uid == uid) || lower(t.theme.name) == lower(wanted))
+            return t.theme;
     }
     std::vector<std::string> names;
     for (const auto& t : themes) names.push_back(fmt::format("{:08x} \"{}\"", t.theme.uid, t.theme.name));
@@ -119,7 +123,8 @@ start_look read_preset_option(const std::string& file, const std::vector<std::st
     start_look look{encode_state(blob), {}};
     // The host's values win over the state's, so the preset's values become host values too.
     std::map<uint32_t, std::string> names_by_uid;
-    for (const auto& name : param_names) names_by_uid[vl1::fnv1a_32(name)] = name;
+    for (const auto& name : param_names)
+        names_by_uid[vl1::fnv1a_32(name)] = name;
     for (const auto& [uid, value] : parameter_values_of_state(blob)) {
         if (auto it = names_by_uid.find(uid); it != names_by_uid.end())
             look.settings.push_back(fmt::format("{}={}", it->second, value));
@@ -127,4 +132,4 @@ start_look read_preset_option(const std::string& file, const std::vector<std::st
     return look;
 }
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

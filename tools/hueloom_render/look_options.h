@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 /// What the instance starts with: the "binaryStateParam" text, and NAME=VALUE settings for
 /// the host's parameters.
@@ -28,4 +28,4 @@ start_look read_preset_option(const std::string& file, const std::vector<std::st
 std::string state_text_with_theme(const std::string& state_text, const std::string& theme,
                                   const std::vector<std::string>& param_names, const std::filesystem::path& bundle);
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

@@ -9,7 +9,7 @@
 
 #include <fmt/format.h>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 namespace {
 
@@ -87,7 +87,8 @@ void export_lut(plugin_session& session, double time, const fs::path& path, int 
     const bool written = fine                              ? vl1::write_lut_cube_exact(lut, file, lut_program, "", problem)
                          : extension_of(path) == ".cube" ? vl1::write_lut_cube(lut, file, lut_program, "", problem)
                                                          : vl1::write_lut_3dl(lut, file, lut_program, "", problem);
-    if (!written) throw render_error(exit_code::output, problem);
+    if (!written)
+        throw render_error(exit_code::output, problem);
 }
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

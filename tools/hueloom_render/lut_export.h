@@ -14,7 +14,7 @@
 
 #include <filesystem>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 class plugin_session;
 
@@ -40,4 +40,4 @@ bool is_lut_path(const std::filesystem::path& path);
 void export_lut(plugin_session& session, double time, const std::filesystem::path& path,
                 int size = default_lut_size);
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

@@ -17,6 +17,6 @@ int main(int argc, char** argv)
     unsetenv("DISPLAY");
     vl1::tools::install_stop_signals();
     const std::vector<std::string> args(argv + 1, argv + argc);
-    return hueloom_render::run_render_command(args, std::cout, std::cerr, isatty(STDERR_FILENO) != 0,
+    return vl1::render_tool::run_render_command(args, std::cout, std::cerr, isatty(STDERR_FILENO) != 0,
                                               HUELOOM_RENDER_PLUGIN_DIR);
 }

@@ -11,7 +11,7 @@
 #include <cerrno>
 #include <cstring>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 namespace {
 
@@ -32,7 +32,8 @@ fs::path make_temp_folder(const fs::path& final_path)
         const fs::path candidate =
             folder / fmt::format(".hueloom-render-{}-{}", static_cast<long>(getpid()), counter.fetch_add(1));
         std::error_code ec;
-        if (fs::create_directory(candidate, ec)) return candidate;
+        if (fs::create_directory(candidate, ec))
+            return candidate;
         if (ec)
             throw output_error(final_path, fmt::format("no temporary folder in {}: {}", folder.string(), ec.message()));
     }
@@ -46,35 +47,39 @@ void check_output_folder(const fs::path& path)
     const fs::path folder = folder_of(path);
     std::error_code ec;
     const auto status = fs::status(folder, ec);
-    if (!fs::exists(status)) throw output_error(path, fmt::format("folder {} does not exist", folder.string()));
-    if (!fs::is_directory(status)) throw output_error(path, fmt::format("{} is not a folder", folder.string()));
+    if (!fs::exists(status))
+        throw output_error(path, fmt::format("folder {} does not exist", folder.string()));
+    if (!fs::is_directory(status))
+        throw output_error(path, fmt::format("{} is not a folder", folder.string()));
     if (access(folder.c_str(), W_OK | X_OK) != 0) {
         throw output_error(path, fmt::format("folder {} is not writable ({})", folder.string(), std::strerror(errno)));
     }
 }
 
-pending_output::pending_output(fs::path final_path) : final_path_(std::move(final_path))
+pending_output::pending_output(fs::path final_path) : destination(std::move(final_path))
 {
-    temp_folder_ = make_temp_folder(final_path_);
-    temp_path_ = temp_folder_ / final_path_.filename();
-    partial_ = std::make_unique<vl1::tools::partial_output>(temp_folder_);
+    temp_folder = make_temp_folder(destination);
+    temporary_path = temp_folder / destination.filename();
+    partial = std::make_unique<vl1::tools::partial_output>(temp_folder);
 }
 
 pending_output::~pending_output()
 {
-    if (temp_folder_.empty()) return;
+    if (temp_folder.empty())
+        return;
     std::error_code ignored;
-    fs::remove_all(temp_folder_, ignored);
+    fs::remove_all(temp_folder, ignored);
 }
 
 void pending_output::commit()
 {
     std::string problem;
-    if (!vl1::move_file_into_place(temp_path_, final_path_, problem)) throw render_error(exit_code::output, problem);
+    if (!vl1::move_file_into_place(temporary_path, destination, problem))
+        throw render_error(exit_code::output, problem);
     std::error_code ec;
-    fs::remove(temp_folder_, ec);
-    temp_folder_.clear();
-    partial_.reset();
+    fs::remove(temp_folder, ec);
+    temp_folder.clear();
+    partial.reset();
 }
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <memory>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 /// Throws render_error (output) unless the folder `path` would be written to exists, is a
 /// folder and lets this process create a file in it.
@@ -25,16 +25,16 @@ public:
     pending_output& operator=(const pending_output&) = delete;
 
     /// Where the writer writes.
-    const std::filesystem::path& temp_path() const { return temp_path_; }
+    const std::filesystem::path& temp_path() const { return temporary_path; }
     /// Renames the written file to the final path, replacing what stands there; throws
     /// render_error (output) when the rename fails.
     void commit();
 
 private:
-    std::filesystem::path final_path_;
-    std::filesystem::path temp_folder_;
-    std::filesystem::path temp_path_;
-    std::unique_ptr<vl1::tools::partial_output> partial_;  // removed if a signal ends the process
+    std::filesystem::path destination;
+    std::filesystem::path temp_folder;
+    std::filesystem::path temporary_path;
+    std::unique_ptr<vl1::tools::partial_output> partial;  // removed if a signal ends the process
 };
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 /// Whether a setting may change the parameter: it holds a value (no button, group or page)
 /// and is no custom parameter (the state has --state-in).
@@ -38,4 +38,4 @@ void apply_setting(ofxhost::instance& inst, const std::string& setting);
 /// reads it; empty for a parameter that isn't settable or whose text can't stand on a line.
 std::string format_setting(const ofxhost::param& p);
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

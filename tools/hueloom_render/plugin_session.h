@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 /// The hidden parameter in which the plug-in keeps its state as base64 text.
 inline constexpr const char* state_param_name = "binaryStateParam";
@@ -43,8 +43,8 @@ public:
     plugin_session(const plugin_session&) = delete;
     plugin_session& operator=(const plugin_session&) = delete;
 
-    const std::filesystem::path& bundle() const { return bundle_; }
-    std::string identifier() const { return plugin_->identifier(); }
+    const std::filesystem::path& bundle() const { return bundle_path; }
+    std::string identifier() const { return loaded_plugin->identifier(); }
 
     /// The names of the parameters the plug-in defines in the filter context, in order.
     std::vector<std::string> parameter_names();
@@ -54,7 +54,7 @@ public:
     /// Throws render_error (plugin), or (input) when the plug-in has no state parameter.
     ofxhost::instance& start(const std::string& state_text);
     /// The instance made by start().
-    ofxhost::instance& instance() { return *instance_; }
+    ofxhost::instance& instance() { return *live_instance; }
 
     /// Whether the plug-in answers OfxImageEffectActionIsIdentity for a frame of this size at
     /// `time` with its source clip at that time: the output is then the source, untouched.
@@ -82,11 +82,11 @@ private:
     /// then doesn't map fresh pages for every frame.
     std::shared_ptr<ofxhost::image> clip_image(std::shared_ptr<ofxhost::image>& kept, const OfxRectI& bounds);
 
-    ofxhost::host host_;
-    std::filesystem::path bundle_;
-    std::optional<ofxhost::plugin> plugin_;
-    std::optional<ofxhost::instance> instance_;
-    std::shared_ptr<ofxhost::image> source_image_, output_image_;
+    ofxhost::host ofx_host;
+    std::filesystem::path bundle_path;
+    std::optional<ofxhost::plugin> loaded_plugin;
+    std::optional<ofxhost::instance> live_instance;
+    std::shared_ptr<ofxhost::image> source_image, output_image;
 };
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 std::string duration_text(double seconds)
 {
@@ -29,45 +29,47 @@ std::string progress_bar_text(int done, int total, double seconds, int bar_width
 }
 
 progress_report::progress_report(std::ostream& err, progress_style style, int total_frames)
-    : err_(err), style_(style), total_(total_frames)
+    : out(err), report_style(style), total_frames(total_frames)
 {
 }
 
 double progress_report::elapsed() const
 {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
 void progress_report::frame_done(const std::string& what)
 {
-    ++done_;
-    if (style_ == progress_style::bar) {
-        fmt::print(err_, "\r{}", progress_bar_text(done_, total_, elapsed()));
-        err_.flush();
-        bar_open_ = true;
-    } else if (style_ == progress_style::lines) {
-        std::string line = fmt::format("hueloom-render: {}/{} {}", done_, total_, what);
-        if (total_ > 1) {
-            const double fps = done_ / std::max(elapsed(), 1e-6);
-            line += fmt::format("  {:.1f} fps, {} left", fps, duration_text((total_ - done_) / fps));
+    ++frames_done;
+    if (report_style == progress_style::bar) {
+        fmt::print(out, "\r{}", progress_bar_text(frames_done, total_frames, elapsed()));
+        out.flush();
+        bar_open = true;
+    } else if (report_style == progress_style::lines) {
+        std::string line = fmt::format("hueloom-render: {}/{} {}", frames_done, total_frames, what);
+        if (total_frames > 1) {
+            const double fps = frames_done / std::max(elapsed(), 1e-6);
+            line += fmt::format("  {:.1f} fps, {} left", fps, duration_text((total_frames - frames_done) / fps));
         }
-        fmt::print(err_, "{}\n", line);
+        fmt::print(out, "{}\n", line);
     }
 }
 
 void progress_report::interrupt()
 {
-    if (bar_open_) fmt::print(err_, "\n");
-    bar_open_ = false;
+    if (bar_open)
+        fmt::print(out, "\n");
+    bar_open = false;
 }
 
 void progress_report::finish()
 {
     interrupt();
-    if (style_ == progress_style::quiet || total_ < 2) return;
+    if (report_style == progress_style::quiet || total_frames < 2)
+        return;
     const double seconds = elapsed();
-    fmt::print(err_, "hueloom-render: {} frames in {:.1f} s ({:.1f} fps)\n", done_, seconds,
-               done_ / std::max(seconds, 1e-6));
+    fmt::print(out, "hueloom-render: {} frames in {:.1f} s ({:.1f} fps)\n", frames_done, seconds,
+               frames_done / std::max(seconds, 1e-6));
 }
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

@@ -7,7 +7,7 @@
 #include <ostream>
 #include <string>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 enum class progress_style { quiet, lines, bar };
 
@@ -30,12 +30,12 @@ public:
 private:
     double elapsed() const;
 
-    std::ostream& err_;
-    progress_style style_;
-    int total_;
-    int done_ = 0;
-    bool bar_open_ = false;
-    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+    std::ostream& out;
+    progress_style report_style;
+    int total_frames;
+    int frames_done = 0;
+    bool bar_open = false;
+    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
 };
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

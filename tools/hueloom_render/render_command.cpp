@@ -29,7 +29,7 @@
 #include <optional>
 #include <set>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 namespace {
 
@@ -52,9 +52,12 @@ void say(const command_context& c, const std::string& text)
 // loop shares with this process), OpenImageIO's pool, and the plug-in's log on stderr.
 std::unique_ptr<tbb::global_control> apply_process_settings(const render_options& o)
 {
-    if (o.verbose) setenv("HUELOOM_LOG", "stderr", 1);
-    if (o.quiet) unsetenv("HUELOOM_LOG");
-    if (o.threads <= 0) return nullptr;
+    if (o.verbose)
+        setenv("HUELOOM_LOG", "stderr", 1);
+    if (o.quiet)
+        unsetenv("HUELOOM_LOG");
+    if (o.threads <= 0)
+        return nullptr;
     OIIO::attribute("threads", o.threads);
     return std::make_unique<tbb::global_control>(tbb::global_control::max_allowed_parallelism,
                                                  static_cast<std::size_t>(o.threads));
@@ -66,13 +69,16 @@ void check_files(const render_options& o, const std::vector<frame_job>& jobs)
 {
     std::vector<fs::path> paths;
     for (const auto& job : jobs) {
-        if (!paths.empty() && paths.back() == job.input) continue;
+        if (!paths.empty() && paths.back() == job.input)
+            continue;
         require_regular_input(job.input, fmt::format("cannot read {}", job.input));
         paths.emplace_back(job.input);
     }
     const input_files inputs(paths);
-    for (const auto& job : jobs) check_output_file(job.output, inputs);
-    if (!o.state_out.empty()) check_output_file(o.state_out, inputs, true);
+    for (const auto& job : jobs)
+        check_output_file(job.output, inputs);
+    if (!o.state_out.empty())
+        check_output_file(o.state_out, inputs, true);
     if (!o.export_lut.empty()) {
         if (!is_lut_path(o.export_lut)) {
             throw render_error(exit_code::usage,
@@ -92,12 +98,14 @@ void list_params(const command_context& c, plugin_session& session)
     ofxhost::instance& inst = session.start("");
     fmt::print(c.out, "Plug-in {} from {}\n", session.identifier(), session.bundle().string());
     for (const auto& p : inst.fx().params().params()) {
-        if (!is_settable(*p)) continue;
+        if (!is_settable(*p))
+            continue;
         const ofxhost::param_info info = ofxhost::describe_param(*p);
         std::string line = fmt::format("  {:<20} {:<8} default {}", info.name, info.type, info.default_value);
         if (!info.min.empty() || !info.max.empty()) line += fmt::format("  range {} .. {}", info.min, info.max);
         if (!info.options.empty()) line += fmt::format("  options {}", fmt::join(info.options, ", "));
-        if (info.secret) line += "  hidden";
+        if (info.secret)
+            line += "  hidden";
         fmt::print(c.out, "{}\n", line);
     }
 }
@@ -185,12 +193,14 @@ void render_all(const command_context& c, plugin_session& session, const std::ve
             return step();
         } catch (const render_error& e) {
             progress.interrupt();
-            if (jobs.size() == 1) throw;
+            if (jobs.size() == 1)
+                throw;
             throw render_error(e.code(), fmt::format("frame {}: {}", job.frame, e.what()));
         }
     };
     const auto start_read = [&](const frame_job& job) {
-        if (still_image) return std::async(std::launch::deferred, [copy = *still_image] { return copy; });
+        if (still_image)
+            return std::async(std::launch::deferred, [copy = *still_image] { return copy; });
         return std::async(std::launch::async, [path = job.input] { return read_image_file(path); });
     };
     const auto finish_write = [&](const frame_job& job, std::future<std::string>& writing) {
@@ -213,10 +223,13 @@ void render_all(const command_context& c, plugin_session& session, const std::ve
                                fmt::format("interrupted before frame {}", job.frame));
         }
         auto source = std::make_shared<image_file>(in_frame(job, [&] { return reading.get(); }));
-        if (input_is_still && !still_image) still_image = *source;
-        if (i + 1 < jobs.size()) reading = start_read(jobs[i + 1]);
+        if (input_is_still && !still_image)
+            still_image = *source;
+        if (i + 1 < jobs.size())
+            reading = start_read(jobs[i + 1]);
         in_frame(job, [&] { grade(c, session, job, *source); });
-        if (writing.valid()) finish_write(jobs[i - 1], writing);
+        if (writing.valid())
+            finish_write(jobs[i - 1], writing);
         writing = std::async(std::launch::async, [&job, source, depth] {
             return write_image_file(job.output, source->pixels, *source, depth);
         });
@@ -230,7 +243,8 @@ int run(const command_context& c)
     const render_options& o = c.options;
     const auto process_limits = apply_process_settings(o);
     std::vector<frame_job> jobs;
-    if (!o.input.empty() && !o.output.empty()) jobs = plan_frames(o.input, o.output, o.frames);
+    if (!o.input.empty() && !o.output.empty())
+        jobs = plan_frames(o.input, o.output, o.frames);
     const int look_frame = jobs.empty() ? first_frame(o.frames) : jobs.front().frame;
     check_files(o, jobs);
     const state_file state = o.state_in.empty() ? state_file{} : read_state_file(o.state_in);
@@ -249,7 +263,8 @@ int run(const command_context& c)
         image_file picture = read_image_file(jobs.empty() ? o.input : jobs.front().input);
         session.open_editor(picture.pixels, look_frame);
     }
-    if (!jobs.empty()) render_all(c, session, jobs);
+    if (!jobs.empty())
+        render_all(c, session, jobs);
     if (vl1::tools::stop_requested())
         throw render_error(static_cast<exit_code>(vl1::tools::stop_exit_code()), "interrupted");
     if (!o.export_lut.empty()) {
@@ -259,7 +274,8 @@ int run(const command_context& c)
     if (!o.state_out.empty()) {
         state_file saved{session.capture_state(jobs.empty() ? look_frame : jobs.back().frame, !o.open_editor), {}};
         for (const auto& p : inst.fx().params().params()) {
-            if (std::string s = format_setting(*p); !s.empty()) saved.settings.push_back(s);
+            if (std::string s = format_setting(*p); !s.empty())
+                saved.settings.push_back(s);
         }
         write_state_file(o.state_out, saved);
         say(c, fmt::format("state written to {}", o.state_out));
@@ -299,4 +315,4 @@ int run_render_command(const std::vector<std::string>& args, std::ostream& out, 
     }
 }
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 /// Runs the command with the arguments behind the program name. Listings go to `out`,
 /// progress and errors to `err` (`err_is_terminal` picks the progress bar). The exit codes
@@ -19,4 +19,4 @@ int run_render_command(const std::vector<std::string>& args, std::ostream& out, 
                        bool err_is_terminal, const std::filesystem::path& build_plugin_folder,
                        bool open_editor = false);
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

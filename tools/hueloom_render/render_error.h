@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 enum class exit_code : int {
     ok = 0,
@@ -21,11 +21,11 @@ enum class exit_code : int {
 
 class render_error : public std::runtime_error {
 public:
-    render_error(exit_code code, const std::string& message) : std::runtime_error(message), code_(code) {}
-    exit_code code() const { return code_; }
+    render_error(exit_code code, const std::string& message) : std::runtime_error(message), exit_status(code) {}
+    exit_code code() const { return exit_status; }
 
 private:
-    exit_code code_;
+    exit_code exit_status;
 };
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

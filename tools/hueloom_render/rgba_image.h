@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <vector>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 struct rgba_image {
     int width = 0;
@@ -19,4 +19,4 @@ struct rgba_image {
     const float* pixel(int x, int y) const { return pixels.data() + (static_cast<std::size_t>(y) * width + x) * 4; }
 };
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

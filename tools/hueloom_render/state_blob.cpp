@@ -9,7 +9,7 @@
 
 #include <cstring>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 namespace {
 
@@ -58,7 +58,8 @@ std::string encode_state(const std::vector<uint8_t>& blob)
 std::vector<uint8_t> decode_state(const std::string& text)
 {
     // The packed form as the plug-in writes it; a state is a few megabytes.
-    if (text.rfind(vl1::packed_state_prefix, 0) == 0) return vl1::decode_state_text(text.c_str(), 64u << 20);
+    if (text.rfind(vl1::packed_state_prefix, 0) == 0)
+        return vl1::decode_state_text(text.c_str(), 64u << 20);
     std::vector<uint8_t> blob;
     if (!vl1::from_base64(text, blob))
         return {};
@@ -74,9 +75,12 @@ std::string state_problem(const std::vector<uint8_t>& blob, std::size_t paramete
     if (declared < 0 || static_cast<std::size_t>(declared) > present)
         return fmt::format("it is cut off: {} parameter records declared, {} present", declared, present);
     const std::size_t base = header_size + record_size * static_cast<std::size_t>(declared);
-    if (blob.size() == base || static_cast<std::size_t>(declared) != parameters) return {};
-    if (blob[base] > 1) return fmt::format("its theme flag is {}, not 0 or 1", blob[base]);
-    if (blob[base] == 0) return {};
+    if (blob.size() == base || static_cast<std::size_t>(declared) != parameters)
+        return {};
+    if (blob[base] > 1)
+        return fmt::format("its theme flag is {}, not 0 or 1", blob[base]);
+    if (blob[base] == 0)
+        return {};
     const std::size_t record_bytes = blob.size() - base - 1;
     if (record_bytes < vl1::theme_state_entry_bytes)
         return fmt::format("its theme record is cut off after {} of {} bytes", record_bytes,
@@ -90,11 +94,13 @@ std::string state_problem(const std::vector<uint8_t>& blob, std::size_t paramete
 std::vector<std::pair<uint32_t, std::string>> parameter_values_of_state(const std::vector<uint8_t>& blob)
 {
     std::vector<std::pair<uint32_t, std::string>> values;
-    if (blob.size() < header_size || std::memcmp(blob.data(), base_magic, 4) != 0) return values;
+    if (blob.size() < header_size || std::memcmp(blob.data(), base_magic, 4) != 0)
+        return values;
     const auto declared = read_at<int32_t>(blob, 4);
     for (int32_t i = 0; i < declared; ++i) {
         const std::size_t at = header_size + record_size * static_cast<std::size_t>(i);
-        if (at + record_size > blob.size()) break;
+        if (at + record_size > blob.size())
+            break;
         const auto type = read_at<int32_t>(blob, at);
         const auto uid = read_at<uint32_t>(blob, at + 44);
         if (type == continuous_type)
@@ -105,4 +111,4 @@ std::vector<std::pair<uint32_t, std::string>> parameter_values_of_state(const st
     return values;
 }
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 /// The parameters the plug-in's component owns: all it defines but the editor button and
 /// the state parameter.
@@ -30,4 +30,4 @@ std::string state_problem(const std::vector<uint8_t>& blob, std::size_t paramete
 /// (uid, value as text) of each continuous or boolean record of the base part.
 std::vector<std::pair<uint32_t, std::string>> parameter_values_of_state(const std::vector<uint8_t>& blob);
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

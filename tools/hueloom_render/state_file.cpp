@@ -12,7 +12,7 @@
 #include <cstring>
 #include <sstream>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 namespace {
 
@@ -49,11 +49,14 @@ bool is_state_text(const std::string& packed_or_plain)
 state_file read_state_file(const fs::path& path)
 {
     std::error_code ec;
-    if (!fs::exists(path, ec)) throw input_error(path, "the file does not exist");
+    if (!fs::exists(path, ec))
+        throw input_error(path, "the file does not exist");
     std::string content;
     std::string problem;
-    if (!vl1::read_bounded_file(path, max_state_file_bytes, content, problem)) throw input_error(path, problem);
-    if (vl1::trim_copy(content).empty()) throw input_error(path, "the file is empty");
+    if (!vl1::read_bounded_file(path, max_state_file_bytes, content, problem))
+        throw input_error(path, problem);
+    if (vl1::trim_copy(content).empty())
+        throw input_error(path, "the file is empty");
 
     std::istringstream lines(content);
     state_file state;
@@ -65,7 +68,8 @@ state_file read_state_file(const fs::path& path)
     }
     for (int number = 2; std::getline(lines, line); ++number) {
         const std::string setting = vl1::trim_copy(line);
-        if (setting.empty() || setting[0] == '#') continue;
+        if (setting.empty() || setting[0] == '#')
+            continue;
         if (setting.find('=') == std::string::npos) {
             throw input_error(path, fmt::format("line {} \"{}\" is no NAME=VALUE setting", number, setting));
         }
@@ -79,9 +83,11 @@ void write_state_file(const fs::path& path, const state_file& state)
     if (path.filename().empty())
         throw render_error(exit_code::output, fmt::format("cannot write {}: the path names no file", path.string()));
     std::string text = state.state_text + '\n';
-    for (const auto& s : state.settings) text += s + '\n';
+    for (const auto& s : state.settings)
+        text += s + '\n';
     std::string problem;
-    if (!vl1::write_file_atomically(path, text, problem)) throw render_error(exit_code::output, problem);
+    if (!vl1::write_file_atomically(path, text, problem))
+        throw render_error(exit_code::output, problem);
 }
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace hueloom_render {
+namespace vl1::render_tool {
 
 struct state_file {
     std::string state_text;
@@ -26,4 +26,4 @@ state_file read_state_file(const std::filesystem::path& path);
 /// Writes the file; it appears under `path` only when complete. Throws render_error (output).
 void write_state_file(const std::filesystem::path& path, const state_file& state);
 
-}  // namespace hueloom_render
+}  // namespace vl1::render_tool

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <exception>
 
-namespace vl1::themetool {
+namespace vl1::theme_tool {
 
 namespace {
 
@@ -110,4 +110,4 @@ int check_operands(std::string_view command_name, const std::vector<std::string>
     return exit_ok;
 }
 
-}  // namespace vl1::themetool
+}  // namespace vl1::theme_tool

@@ -10,7 +10,7 @@
 #include "tools/hueloom_theme/theme_command.h"
 #include "tools/hueloom_theme/theme_file_report.h"
 
-namespace vl1::themetool {
+namespace vl1::theme_tool {
 
 namespace {
 
@@ -97,4 +97,4 @@ int run_list_command(const std::vector<std::string>& arguments, command_io& io)
     return unreadable == 0 ? exit_ok : exit_failure;
 }
 
-}  // namespace vl1::themetool
+}  // namespace vl1::theme_tool

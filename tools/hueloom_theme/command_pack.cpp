@@ -8,7 +8,7 @@
 #include "tools/hueloom_theme/theme_command.h"
 #include "tools/hueloom_theme/theme_file_report.h"
 
-namespace vl1::themetool {
+namespace vl1::theme_tool {
 
 int run_pack_command(const std::vector<std::string>& arguments, command_io& io)
 {
@@ -37,4 +37,4 @@ int run_pack_command(const std::vector<std::string>& arguments, command_io& io)
     return exit_ok;
 }
 
-}  // namespace vl1::themetool
+}  // namespace vl1::theme_tool

@@ -14,7 +14,7 @@
 #include "tools/common/stop_signals.h"
 #include "tools/hueloom_theme/theme_command.h"
 
-namespace vl1::themetool {
+namespace vl1::theme_tool {
 
 namespace {
 
@@ -126,4 +126,4 @@ int run_pull_command(const std::vector<std::string>& arguments, command_io& io)
     return code;
 }
 
-}  // namespace vl1::themetool
+}  // namespace vl1::theme_tool

@@ -1,6 +1,6 @@
 #include "tools/hueloom_theme/theme_command.h"
 
-namespace vl1::themetool {
+namespace vl1::theme_tool {
 
 const std::vector<theme_command>& theme_commands()
 {
@@ -52,4 +52,4 @@ const std::vector<theme_command>& theme_commands()
     return commands;
 }
 
-}  // namespace vl1::themetool
+}  // namespace vl1::theme_tool

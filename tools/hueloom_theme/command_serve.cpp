@@ -8,7 +8,7 @@
 #include "tools/hueloom_theme/theme_command.h"
 #include "tools/hueloom_theme/theme_server.h"
 
-namespace vl1::themetool {
+namespace vl1::theme_tool {
 
 namespace {
 
@@ -98,4 +98,4 @@ int run_serve_command(const std::vector<std::string>& arguments, command_io& io)
     return exit_ok;
 }
 
-}  // namespace vl1::themetool
+}  // namespace vl1::theme_tool

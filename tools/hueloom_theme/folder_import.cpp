@@ -5,7 +5,7 @@
 #include "themes/hueloom_vault.h"
 #include "tools/hueloom_theme/log_capture.h"
 
-namespace vl1::themetool {
+namespace vl1::theme_tool {
 
 folder_import_result import_folder(const std::string& folder)
 {
@@ -36,4 +36,4 @@ void print_import_failure(const folder_import_result& result, const char* comman
         err << "  " << line << "\n";
 }
 
-}  // namespace vl1::themetool
+}  // namespace vl1::theme_tool

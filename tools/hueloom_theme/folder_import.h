@@ -9,7 +9,7 @@
 
 #include "color/hueloom_theme_v1.h"
 
-namespace vl1::themetool {
+namespace vl1::theme_tool {
 
 struct folder_import_result {
     /// Null on failure.
@@ -25,4 +25,4 @@ folder_import_result import_folder(const std::string& folder);
 /// `result.error` and its details on `err`, prefixed by the subcommand's name.
 void print_import_failure(const folder_import_result& result, const char* command, std::ostream& err);
 
-}  // namespace vl1::themetool
+}  // namespace vl1::theme_tool

@@ -6,7 +6,7 @@
 
 #include <fmt/format.h>
 
-namespace vl1::themetool {
+namespace vl1::theme_tool {
 
 namespace {
 
@@ -141,4 +141,4 @@ std::string describe_image(std::span<const uint8_t> bytes)
     return fmt::format("{}, {} x {} px, {} bytes", kind.type, kind.width, kind.height, bytes.size());
 }
 
-}  // namespace vl1::themetool
+}  // namespace vl1::theme_tool

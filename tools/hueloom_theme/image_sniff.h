@@ -6,7 +6,7 @@
 #include <span>
 #include <string>
 
-namespace vl1::themetool {
+namespace vl1::theme_tool {
 
 struct image_kind {
     /// "PNG", "JPEG", "GIF", "BMP", "WebP", "TIFF"; empty if not recognised.
@@ -21,4 +21,4 @@ image_kind sniff_image(std::span<const uint8_t> bytes);
 /// "PNG, 900 x 900 px, 173899 bytes", "no picture", "unknown format (starts 00 01 02 03), 12 bytes".
 std::string describe_image(std::span<const uint8_t> bytes);
 
-}  // namespace vl1::themetool
+}  // namespace vl1::theme_tool

@@ -8,7 +8,7 @@
 
 #include "framework/log.h"
 
-namespace vl1::themetool {
+namespace vl1::theme_tool {
 
 class scoped_log_capture {
 public:
@@ -21,4 +21,4 @@ public:
     scoped_log_capture& operator=(const scoped_log_capture&) = delete;
 };
 
-}  // namespace vl1::themetool
+}  // namespace vl1::theme_tool

@@ -13,10 +13,10 @@ int main(int argc, char** argv)
     try {
         arguments.assign(argv + 1, argv + argc);
     } catch (...) {
-        return vl1::themetool::exit_failure;
+        return vl1::theme_tool::exit_failure;
     }
-    vl1::themetool::command_io io{std::cout, std::cerr};
-    const int code = vl1::themetool::dispatch_theme_command(arguments, io);
+    vl1::theme_tool::command_io io{std::cout, std::cerr};
+    const int code = vl1::theme_tool::dispatch_theme_command(arguments, io);
     std::cout.flush();
     return code;
 }

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vl1::themetool {
+namespace vl1::theme_tool {
 
 /// Exit codes of the command, as shells and scripts expect them.
 inline constexpr int exit_ok = 0;
@@ -55,4 +55,4 @@ int run_list_command(const std::vector<std::string>& arguments, command_io& io);
 int run_serve_command(const std::vector<std::string>& arguments, command_io& io);
 int run_pull_command(const std::vector<std::string>& arguments, command_io& io);
 
-}  // namespace vl1::themetool
+}  // namespace vl1::theme_tool

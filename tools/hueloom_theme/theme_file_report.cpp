@@ -10,7 +10,7 @@
 #include "themes/hueloom_theme_file_serializer_v1.h"
 #include "tools/hueloom_theme/image_sniff.h"
 
-namespace vl1::themetool {
+namespace vl1::theme_tool {
 
 namespace {
 
@@ -73,4 +73,4 @@ void print_theme_details(const theme_file_reading& reading, std::ostream& out)
     }
 }
 
-}  // namespace vl1::themetool
+}  // namespace vl1::theme_tool

@@ -7,7 +7,7 @@
 
 #include "color/hueloom_theme_v1.h"
 
-namespace vl1::themetool {
+namespace vl1::theme_tool {
 
 struct theme_file_reading {
     bool readable = false;
@@ -30,4 +30,4 @@ std::string mid_grey_through(const lut_argb<32>& lut);
 /// Everything `info` shows of a readable file.
 void print_theme_details(const theme_file_reading& reading, std::ostream& out);
 
-}  // namespace vl1::themetool
+}  // namespace vl1::theme_tool

@@ -19,7 +19,7 @@
 
 namespace fs = std::filesystem;
 
-namespace vl1::themetool {
+namespace vl1::theme_tool {
 
 namespace {
 
@@ -180,4 +180,4 @@ void theme_server::on_request(std::function<void(const std::string&)> log) { sel
 
 void theme_server::set_rate(std::size_t bytes_per_second) { self->rate = bytes_per_second; }
 
-}  // namespace vl1::themetool
+}  // namespace vl1::theme_tool

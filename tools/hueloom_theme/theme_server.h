@@ -16,7 +16,7 @@
 #include <string>
 #include <vector>
 
-namespace vl1::themetool {
+namespace vl1::theme_tool {
 
 struct published_theme {
     std::filesystem::path file;
@@ -61,4 +61,4 @@ private:
     std::unique_ptr<impl> self;
 };
 
-}  // namespace vl1::themetool
+}  // namespace vl1::theme_tool
