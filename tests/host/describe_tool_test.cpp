@@ -2,49 +2,32 @@
 // run twice in one process against the real bundle, which stays loaded in between.
 #include "tests/host/host_test_support.h"
 #include "tests/support/test_paths.h"
+#include "tests/tools/run_process.h"
 #include "tools/hueloom_host/describe_command.h"
 
-#include <sys/wait.h>
-
-#include <cstdio>
-#include <fstream>
+#include <cstdlib>
 #include <sstream>
 #include <string_view>
 
 namespace {
 
-struct run_result {
-    int exit_code = -1;
-    std::string out;
-    std::string err;
-};
+using hueloom_test::process_result;
 
-run_result run_tool(const std::string& args, const std::string& env = "")
+process_result run_tool(const std::vector<std::string>& arguments)
 {
-    const auto err_file = hueloom_test::make_temp_dir("describe") / "stderr.txt";
-    const std::string command = env + " '" + std::string(HUELOOM_HOST_TOOL) + "' " + args + " 2>'" +
-                                err_file.string() + "'";
-    run_result r;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) return r;
-    char buffer[4096];
-    while (std::size_t n = fread(buffer, 1, sizeof buffer, pipe)) r.out.append(buffer, n);
-    const int status = pclose(pipe);
-    r.exit_code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    std::ifstream in(err_file);
-    std::stringstream ss;
-    ss << in.rdbuf();
-    r.err = ss.str();
-    return r;
+    return hueloom_test::run_process(HUELOOM_HOST_TOOL, arguments, hueloom_test::home_dir());
 }
 
 bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
-TEST(describe_tool, ListsPluginsContextsClipsAndParameters)
+TEST(describe_tool, ListsWhatLoadsAndReportsBrokenBundles)
 {
-    const run_result r = run_tool("describe '" + host_test::fixture_dir().string() + "'");
-    ASSERT_EQ(r.exit_code, 0) << r.err;
-    EXPECT_EQ(r.err, "");
+    const process_result r =
+        run_tool({"describe", host_test::broken_dir().string() + ":" + host_test::fixture_dir().string()});
+    EXPECT_EQ(r.exit_code, 1);
+    EXPECT_TRUE(contains(r.err, "NoBinary.ofx.bundle has no binary")) << r.err;
+    EXPECT_TRUE(contains(r.err, "does not export OfxGetNumberOfPlugins"));
+    EXPECT_TRUE(contains(r.err, "speaks API \"OfxSomethingElseAPI\""));
     EXPECT_TRUE(contains(r.out, "Plug-in 0: org.hueloom.test.fixture version 2.5\n")) << r.out;
     EXPECT_TRUE(contains(r.out, "Plug-in 1: org.hueloom.test.fixture.second version 1.0\n"));
     EXPECT_TRUE(contains(r.out, "    Contexts: OfxImageEffectContextFilter, OfxImageEffectContextGeneral\n"));
@@ -57,39 +40,32 @@ TEST(describe_tool, ListsPluginsContextsClipsAndParameters)
     EXPECT_TRUE(contains(r.out, "Tint                 RGBA        default 1, 0.5, 0.25, 1\n"));
     EXPECT_TRUE(contains(r.out, "binaryStateParam     Custom      default \"\"  secret\n"));
     EXPECT_TRUE(contains(r.out, "Invert               Boolean     default 1  label \"Invert colours\"\n"));
+    // The parameters in the order the plug-in defined them.
+    EXPECT_LT(r.out.find("Invert  "), r.out.find("Offset  "));
+    EXPECT_LT(r.out.find("Offset  "), r.out.find("Report"));
 }
 
-TEST(describe_tool, ReadsOfxPluginPathWhenNoPathIsGiven)
+TEST(describe_tool, SearchPathsUsageErrorsAndEmptyFolders)
 {
-    const run_result r = run_tool("describe", "OFX_PLUGIN_PATH='" + host_test::fixture_dir().string() + "'");
-    EXPECT_EQ(r.exit_code, 0) << r.err;
-    EXPECT_TRUE(contains(r.out, "org.hueloom.test.fixture"));
-
+    const char* old = std::getenv("OFX_PLUGIN_PATH");
+    const std::string saved = old ? old : "";
+    setenv("OFX_PLUGIN_PATH", host_test::fixture_dir().c_str(), 1);
+    const process_result from_variable = run_tool({"describe"});
     // Without either, it looks where hueloom-render looks: the build's own plug-in folder too.
-    const run_result plain = run_tool("describe", "env -u OFX_PLUGIN_PATH");
+    unsetenv("OFX_PLUGIN_PATH");
+    const process_result plain = run_tool({"describe"});
+    if (old)
+        setenv("OFX_PLUGIN_PATH", saved.c_str(), 1);
+    EXPECT_EQ(from_variable.exit_code, 0) << from_variable.err;
+    EXPECT_TRUE(contains(from_variable.out, "org.hueloom.test.fixture"));
     EXPECT_TRUE(contains(plain.out, "Plug-in 0: com.varnlight.hueloomofx version 1.3")) << plain.out << plain.err;
-}
 
-TEST(describe_tool, BrokenBundlesAreReportedAndTheRestStillListed)
-{
-    const run_result r =
-        run_tool("describe '" + host_test::broken_dir().string() + ":" + host_test::fixture_dir().string() + "'");
-    EXPECT_EQ(r.exit_code, 1);
-    EXPECT_TRUE(contains(r.err, "NoBinary.ofx.bundle has no binary")) << r.err;
-    EXPECT_TRUE(contains(r.err, "does not export OfxGetNumberOfPlugins"));
-    EXPECT_TRUE(contains(r.err, "speaks API \"OfxSomethingElseAPI\""));
-    EXPECT_TRUE(contains(r.out, "Plug-in 0: org.hueloom.test.fixture version 2.5"));
-}
-
-TEST(describe_tool, UsageErrorsAndEmptyFolders)
-{
-    EXPECT_EQ(run_tool("").exit_code, 2);
-    EXPECT_EQ(run_tool("frobnicate").exit_code, 2);
-    EXPECT_EQ(run_tool("describe a b").exit_code, 2);
-    EXPECT_EQ(run_tool("describe ':'").exit_code, 2);
-    EXPECT_EQ(run_tool("--help").exit_code, 0);
+    for (const std::vector<std::string>& usage : std::vector<std::vector<std::string>>{
+             {}, {"frobnicate"}, {"describe", "a", "b"}, {"describe", ":"}})
+        EXPECT_EQ(run_tool(usage).exit_code, 2);
+    EXPECT_EQ(run_tool({"--help"}).exit_code, 0);
     const auto empty = hueloom_test::make_temp_dir("no-bundles");
-    const run_result r = run_tool("describe '" + empty.string() + "'");
+    const process_result r = run_tool({"describe", empty.string()});
     EXPECT_EQ(r.exit_code, 1);
     EXPECT_TRUE(contains(r.err, "no OFX bundles found in " + empty.string())) << r.err;
 }

@@ -1,5 +1,6 @@
 // Instances as the host makes and drives them: initial values, button presses, messages,
-// destruction, actions out of order, and what the descriptors say.
+// destruction and actions out of order. What the descriptors say is read through the
+// describe tool's listing.
 #include "tests/host/host_test_support.h"
 
 #include "host/status.h"
@@ -79,25 +80,6 @@ TEST_F(instance_test, HostileActionsGetStatusesNotCrashes)
     auto inst = filter_instance();
     EXPECT_EQ(inst.call_action(kOfxActionInstanceChanged, nullptr, nullptr), kOfxStatErrBadHandle);
     EXPECT_EQ(inst.call_action(kOfxImageEffectActionRender), kOfxStatErrBadHandle);  // no window
-}
-
-TEST_F(instance_test, DescriptorsListContextsClipsAndParametersInOrder)
-{
-    const vl1::ofxhost::plugin_info info = plugin.info();
-    EXPECT_EQ(info.label, "Host Fixture");
-    EXPECT_EQ(info.grouping, "Hueloom/Tests");
-    EXPECT_EQ(info.contexts, (std::vector<std::string>{kOfxImageEffectContextFilter, kOfxImageEffectContextGeneral}));
-    EXPECT_EQ(info.pixel_depths.size(), 3u);
-    ASSERT_EQ(info.per_context.size(), 2u);
-    const auto& general = info.per_context[1];
-    ASSERT_EQ(general.clips.size(), 3u);
-    EXPECT_EQ(general.clips[2].name, "Matte");
-    EXPECT_TRUE(general.clips[2].optional);
-    std::vector<std::string> names;
-    for (const auto& p : info.per_context[0].params) names.push_back(p.name);
-    EXPECT_EQ(names, (std::vector<std::string>{"Invert", "Gain", "Count", "Tint", "Mode", "Note", "Offset",
-                                               "binaryStateParam", "Write Key", "Report"}));
-    // Each parameter's own facts are checked through the describe tool's listing.
 }
 
 }  // namespace

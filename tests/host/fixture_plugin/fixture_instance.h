@@ -10,7 +10,6 @@ namespace host_fixture {
 struct instance_record {
     std::string state_at_create;  // "binaryStateParam" as read in OfxActionCreateInstance
     std::string suites_found;     // names of the suites fetched at load, ','-separated
-    std::atomic<int> renders{0};
     std::atomic<int> rows_done{0};
     std::atomic<int> rows_on_spawned_threads{0};
     std::atomic<int> aborted_renders{0};
