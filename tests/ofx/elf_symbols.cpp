@@ -40,47 +40,45 @@ std::string string_at(const std::vector<char>& file, size_t at)
     return std::string(file.data() + at, strnlen(file.data() + at, file.size() - at));
 }
 
+// Calls `each(file, entry offset, string table offset)` for every entry of the sections of
+// `type`, whose entries are `entry_size` bytes.
+template <typename F>
+void for_each_entry(const std::filesystem::path& path, uint32_t type, size_t entry_size, F each)
+{
+    Elf64_Ehdr header;
+    const std::vector<char> file = read_elf(path, header);
+    for (unsigned s = 0; s < header.e_shnum; ++s) {
+        const auto section = read_at<Elf64_Shdr>(file, header.e_shoff + size_t(s) * header.e_shentsize);
+        if (section.sh_type != type)
+            continue;
+        const auto strings = read_at<Elf64_Shdr>(file, header.e_shoff + size_t(section.sh_link) * header.e_shentsize);
+        for (size_t i = 0; i < section.sh_size / entry_size; ++i)
+            each(file, section.sh_offset + i * entry_size, strings.sh_offset);
+    }
+}
+
 }  // namespace
 
 std::vector<std::string> needed_libraries(const std::filesystem::path& path)
 {
-    Elf64_Ehdr header;
-    const std::vector<char> file = read_elf(path, header);
     std::vector<std::string> names;
-    for (unsigned s = 0; s < header.e_shnum; ++s) {
-        const auto section = read_at<Elf64_Shdr>(file, header.e_shoff + size_t(s) * header.e_shentsize);
-        if (section.sh_type != SHT_DYNAMIC)
-            continue;
-        const auto strings = read_at<Elf64_Shdr>(file, header.e_shoff + size_t(section.sh_link) * header.e_shentsize);
-        for (size_t i = 0; i < section.sh_size / sizeof(Elf64_Dyn); ++i) {
-            const auto entry = read_at<Elf64_Dyn>(file, section.sh_offset + i * sizeof(Elf64_Dyn));
-            if (entry.d_tag == DT_NEEDED)
-                names.push_back(string_at(file, strings.sh_offset + entry.d_un.d_val));
-        }
-    }
+    for_each_entry(path, SHT_DYNAMIC, sizeof(Elf64_Dyn), [&](const std::vector<char>& file, size_t at, size_t strings) {
+        const auto entry = read_at<Elf64_Dyn>(file, at);
+        if (entry.d_tag == DT_NEEDED)
+            names.push_back(string_at(file, strings + entry.d_un.d_val));
+    });
     return names;
 }
 
 std::vector<std::string> exported_symbols(const std::filesystem::path& path)
 {
-    Elf64_Ehdr header;
-    const std::vector<char> file = read_elf(path, header);
-
     std::vector<std::string> names;
-    for (unsigned s = 0; s < header.e_shnum; ++s) {
-        const auto section = read_at<Elf64_Shdr>(file, header.e_shoff + size_t(s) * header.e_shentsize);
-        if (section.sh_type != SHT_DYNSYM)
-            continue;
-        const auto strings = read_at<Elf64_Shdr>(file, header.e_shoff + size_t(section.sh_link) * header.e_shentsize);
-        const size_t count = section.sh_size / sizeof(Elf64_Sym);
-        for (size_t i = 0; i < count; ++i) {
-            const auto symbol = read_at<Elf64_Sym>(file, section.sh_offset + i * sizeof(Elf64_Sym));
-            const int binding = ELF64_ST_BIND(symbol.st_info);
-            if (symbol.st_shndx == SHN_UNDEF || (binding != STB_GLOBAL && binding != STB_WEAK))
-                continue;
-            names.push_back(string_at(file, strings.sh_offset + symbol.st_name));
-        }
-    }
+    for_each_entry(path, SHT_DYNSYM, sizeof(Elf64_Sym), [&](const std::vector<char>& file, size_t at, size_t strings) {
+        const auto symbol = read_at<Elf64_Sym>(file, at);
+        const int binding = ELF64_ST_BIND(symbol.st_info);
+        if (symbol.st_shndx != SHN_UNDEF && (binding == STB_GLOBAL || binding == STB_WEAK))
+            names.push_back(string_at(file, strings + symbol.st_name));
+    });
     return names;
 }
 

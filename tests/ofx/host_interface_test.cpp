@@ -26,7 +26,7 @@ struct HostInterface : testing::Test {
     void SetUp() override { component->initialize(host); }
 };
 
-TEST_F(HostInterface, ChangedParametersPopOnceEachInAscendingOrder)
+TEST_F(HostInterface, ChangedParametersPopOnceEachInAscendingOrderAndHostValuesNever)
 {
     EXPECT_EQ(host->pop_dirty_param(), -1);
     component->param(5).set_value(0.5f, false);
@@ -39,10 +39,8 @@ TEST_F(HostInterface, ChangedParametersPopOnceEachInAscendingOrder)
 
     component->param(0).set_value(0.25f, false);
     EXPECT_EQ(host->pop_dirty_param(), 0) << "the queue works again after running empty";
-}
 
-TEST_F(HostInterface, ValuesFromTheHostAreNotQueuedButMakeTheComponentDirty)
-{
+    // Values from the host are not queued but make the component dirty.
     component->param(3).set_value(0.75f, true);
     EXPECT_EQ(host->pop_dirty_param(), -1);
     EXPECT_TRUE(host->component_is_dirty());
@@ -54,14 +52,6 @@ TEST_F(HostInterface, AnExpiredComponentQueuesNothing)
     event e(event_param_changed, uid("p1"));
     orphan->notify(e);
     EXPECT_EQ(orphan->pop_dirty_param(), -1);
-}
-
-TEST(HostLanguage, LocaleNamesAreMatchedByContainment)
-{
-    EXPECT_EQ(language_from_locale_name("de"), language_id::de);
-    EXPECT_EQ(language_from_locale_name("fr"), language_id::en);
-    EXPECT_EQ(language_from_locale_name("den"), language_id::en) << "contains \"en\", which is looked for first";
-    EXPECT_EQ(language_from_locale_name(""), language_id::en);
 }
 
 TEST(HostLanguage, TheEnvironmentDecides)
