@@ -92,7 +92,6 @@ TEST(chart_command, WritesTheChartInTheFormatsDepth)
         EXPECT_EQ(p.width, 200);
         EXPECT_EQ(p.height, 120);
         EXPECT_EQ(p.format, c.depth);
-        const chart_image chart = make_test_chart(200, 120);
         const auto red = chart_patches(200, 120).front();
         EXPECT_EQ(p.at(red.x1, red.y1)[0], 1.0f);
         EXPECT_EQ(p.at(red.x1, red.y1)[1], 0.0f);

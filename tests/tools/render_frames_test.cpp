@@ -26,7 +26,7 @@ std::pair<exit_code, std::string> error_of(F&& f)
     return {exit_code::ok, ""};
 }
 
-TEST(frame_pattern, HashesAndPrintfTokensGiveZeroPaddedNames)
+TEST(frame_pattern, HashesAndPrintfTokensGiveZeroPaddedNamesAndNothingElse)
 {
     EXPECT_EQ(frame_pattern("shot.####.exr").path_for(7), "shot.0007.exr");
     EXPECT_EQ(frame_pattern("shot.####.exr").path_for(123456), "shot.123456.exr");
@@ -36,10 +36,7 @@ TEST(frame_pattern, HashesAndPrintfTokensGiveZeroPaddedNames)
     EXPECT_EQ(frame_pattern("100%%_%03d.tif").path_for(5), "100%_005.tif");
     EXPECT_FALSE(frame_pattern("still.exr").has_frame());
     EXPECT_EQ(frame_pattern("100%%.png").path_for(3), "100%.png");
-}
-
-TEST(frame_pattern, MoreThanOneTokenOrAStrayPercentIsRefused)
-{
+    // More than one token or a stray percent is refused.
     EXPECT_EQ(error_of([] { frame_pattern("s.##.#.exr"); }).first, exit_code::usage);
     EXPECT_EQ(error_of([] { frame_pattern("s.%04d.%d.exr"); }).first, exit_code::usage);
     EXPECT_NE(error_of([] { frame_pattern("s.%s.exr"); }).second.find("%0Nd"), std::string::npos);

@@ -47,15 +47,6 @@ protected:
     }
 };
 
-TEST_F(render_look, ParametersGradeThroughTheBuiltInTheme)
-{
-    const auto builtin = hueloom_test::builtin_theme();
-    const pixels in = read_pixels(source);
-    const pixels out = graded("a.exr", {"--set", "angle=60", "--set", "Strength=100", "--set", "Hue=150", "--set", "LUMINANCE=80"});
-    EXPECT_TRUE(matches_rule(in, out, graded_by(*builtin, {60, 100, 150, 100, 80})));
-    EXPECT_FALSE(matches_rule(in, out, identity_look())) << "the look must show";
-}
-
 // A float EXR with these channels; colour far outside 0..1 ((4, 2, -0.5) at the first pixel),
 // alpha within it, every other channel a value of its own.
 fs::path write_channels(const fs::path& path, const std::vector<std::string>& names)
@@ -109,17 +100,22 @@ TEST_F(render_look, AThemeComesInByUidNameOrFile)
     const fs::path file = dir / "travelling.hlt";
     ASSERT_TRUE(vl1::hueloom_theme_file_serializer_v1::write_theme_to_file(*traveller, file.string()));
     const pixels in = read_pixels(source);
-    const std::vector<std::string> values = {"--set", "Angle=135", "--set", "Strength=90"};
+    // Names are found in any case; every slider reaches the look.
+    const std::vector<std::string> values = {"--set", "angle=135", "--set", "Strength=90", "--set", "Hue=150",
+                                             "--set", "LUMINANCE=80", "--set", "Chroma=120"};
+    const look v{135, 90, 150, 120, 80};
 
-    EXPECT_TRUE(matches_rule(in, graded("file.exr", joined({"--theme", file.string()}, values)), graded_by(*traveller, {135, 90})));
-    EXPECT_TRUE(matches_rule(in, graded("uid.exr", joined({"--theme", "00000001"}, values)), graded_by(*builtin, {135, 90})));
-    EXPECT_TRUE(matches_rule(in, graded("name.exr", joined({"--theme", builtin->name}, values)), graded_by(*builtin, {135, 90})));
+    EXPECT_TRUE(matches_rule(in, graded("file.exr", joined({"--theme", file.string()}, values)), graded_by(*traveller, v)));
+    const pixels by_uid = graded("uid.exr", joined({"--theme", "00000001"}, values));
+    EXPECT_TRUE(matches_rule(in, by_uid, graded_by(*builtin, v)));
+    EXPECT_FALSE(matches_rule(in, by_uid, identity_look())) << "the look must show";
+    EXPECT_TRUE(matches_rule(in, graded("name.exr", joined({"--theme", builtin->name}, values)), graded_by(*builtin, v)));
 
     // An installed theme is found by its uid in the app-data folder.
     const fs::path appdata = hueloom_test::home_dir() / "Varnlight" / "Hueloom";
     fs::create_directories(appdata);
     fs::copy_file(file, appdata / "theme_7e57f00d.hlt", fs::copy_options::overwrite_existing);
-    EXPECT_TRUE(matches_rule(in, graded("installed.exr", joined({"--theme", "0x7E57F00D"}, values)), graded_by(*traveller, {135, 90})));
+    EXPECT_TRUE(matches_rule(in, graded("installed.exr", joined({"--theme", "0x7E57F00D"}, values)), graded_by(*traveller, v)));
     fs::remove(appdata / "theme_7e57f00d.hlt");
 }
 

@@ -153,7 +153,7 @@ TEST_F(GeneratedTheme, EveryLookDoesSomethingOfItsOwn)
     }
 }
 
-TEST_F(GeneratedTheme, BundledResourceHoldsWhatTheFolderImports)
+TEST_F(GeneratedTheme, BundledResourceHoldsWhatTheFolderImportsOfThirtyTwoPointTables)
 {
     hueloom_theme_v1 packed;
     std::string problem;
@@ -164,17 +164,12 @@ TEST_F(GeneratedTheme, BundledResourceHoldsWhatTheFolderImports)
     const std::vector<uint8_t> picture_bytes((std::istreambuf_iterator<char>(picture)), std::istreambuf_iterator<char>());
     EXPECT_FALSE(picture_bytes.empty());
     EXPECT_EQ(packed.background_data, picture_bytes);
-}
-
-TEST_F(GeneratedTheme, LutFilesHoldThirtyTwoPointTables)
-{
     for (const auto& look : builtin().recipe.looks) {
         std::ifstream file(builtin().folder / look.file);
         std::string line;
-        bool size_line = false;
-        while (std::getline(file, line) && !size_line)
-            size_line = line == "LUT_3D_SIZE 32";
-        EXPECT_TRUE(size_line) << look.file;
+        while (std::getline(file, line) && line != "LUT_3D_SIZE 32") {
+        }
+        EXPECT_EQ(line, "LUT_3D_SIZE 32") << look.file;
     }
 }
 
@@ -214,23 +209,18 @@ protected:
     }
 };
 
-TEST_F(WheelPicture, IsARoundPictureOfTheRecipesSize)
-{
-    const picture p = read_picture();
-    ASSERT_EQ(p.size, builtin().recipe.picture_size_px);
-    EXPECT_EQ(p.at(0, 0)[3], 0);
-    EXPECT_EQ(p.at(p.size - 1, p.size - 1)[3], 0);
-    EXPECT_EQ(p.at(p.size / 2, p.size / 2)[3], 255);
-    EXPECT_EQ(p.at(p.size / 2, p.size * 0.01)[3], 255);
-}
-
-TEST_F(WheelPicture, ShowsEachLookAtItsAngleClockwiseFromTheTop)
+TEST_F(WheelPicture, IsRoundAndShowsEachLookAtItsAngleClockwiseFromTheTop)
 {
     // The wheel's "Angle" grows counter-clockwise and the theme angle is 360 - "Angle", so
     // a look's rotation is shown clockwise from the top. The grey patch in the middle of
     // each look's sample shows grey 0.5 graded by that look alone.
     const picture p = read_picture();
-    ASSERT_GT(p.size, 0);
+    ASSERT_EQ(p.size, builtin().recipe.picture_size_px);
+    // Round: transparent corners, opaque centre and top.
+    EXPECT_EQ(p.at(0, 0)[3], 0);
+    EXPECT_EQ(p.at(p.size - 1, p.size - 1)[3], 0);
+    EXPECT_EQ(p.at(p.size / 2, p.size / 2)[3], 255);
+    EXPECT_EQ(p.at(p.size / 2, p.size * 0.01)[3], 255);
     const float grey = themegen::wheel_picture_layout::grey_patch_value;
     const double reach = themegen::wheel_picture_layout::sample_centre_reach;
     int mirrored_matches = 0;

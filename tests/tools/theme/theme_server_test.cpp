@@ -105,7 +105,7 @@ protected:
     }
 };
 
-TEST_F(theme_server_test, PullBringsNewerThemesAndLeavesCurrentOnesAlone)
+TEST_F(theme_server_test, PullBringsNewerThemesAndASecondServerOnThePortIsRefused)
 {
     publish(*hueloom_test::travelling_theme(), 2);
     std::ofstream(served / "broken.hlt") << "not a theme";
@@ -133,6 +133,13 @@ TEST_F(theme_server_test, PullBringsNewerThemesAndLeavesCurrentOnesAlone)
     EXPECT_EQ(r.exit_code, 1);
     EXPECT_TRUE(contains(r.err, "0badcafe is not on " + server.url)) << r.err;
     EXPECT_FALSE(fs::exists(pulled_file(0x0badcafe)));
+
+    // A second server on the port in use is refused.
+    const std::string port = server.url.substr(server.url.rfind(':') + 1);
+    r = run_process(HUELOOM_THEME_TOOL, {"serve", served.string(), "--port", port}, home);
+    EXPECT_EQ(r.exit_code, 1);
+    EXPECT_TRUE(contains(r.err, "cannot listen on 127.0.0.1:" + port + ": another process listens on that port"))
+        << r.err;
     EXPECT_EQ(server.stop(), 0);
 }
 
@@ -149,17 +156,6 @@ int silent_listener(int& fd)
         getsockname(fd, reinterpret_cast<sockaddr*>(&address), &length) != 0)
         return -1;
     return ntohs(address.sin_port);
-}
-
-TEST_F(theme_server_test, ASecondServerOnAPortInUseIsRefused)
-{
-    running_server server(served);
-    const std::string port = server.url.substr(server.url.rfind(':') + 1);
-    const auto r = run_process(HUELOOM_THEME_TOOL, {"serve", served.string(), "--port", port}, home);
-    EXPECT_EQ(r.exit_code, 1);
-    EXPECT_TRUE(contains(r.err, "cannot listen on 127.0.0.1:" + port + ": another process listens on that port"))
-        << r.err;
-    EXPECT_EQ(server.stop(), 0);
 }
 
 TEST_F(theme_server_test, PullTellsAServerItCantReachFromAMissingTheme)
