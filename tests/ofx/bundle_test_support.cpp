@@ -24,9 +24,9 @@ std::filesystem::path bundle_binary()
     return bundle_path() / "Contents" / "Linux-x86-64" / "Hueloom.ofx";
 }
 
-std::shared_ptr<vl1::ofxhost::image> gradient_image(OfxRectI bounds, vl1::ofxhost::pixel_depth depth)
+std::shared_ptr<vl1::ofxhost::image> gradient_image(OfxRectI bounds)
 {
-    auto img = std::make_shared<vl1::ofxhost::image>(depth, bounds);
+    auto img = std::make_shared<vl1::ofxhost::image>(vl1::ofxhost::pixel_depth::real, bounds);
     const double w = bounds.x2 - bounds.x1, h = bounds.y2 - bounds.y1;
     for (int y = bounds.y1; y < bounds.y2; ++y) {
         for (int x = bounds.x1; x < bounds.x2; ++x) {

@@ -26,19 +26,18 @@ std::filesystem::path bundle_path();
 std::filesystem::path bundle_binary();
 
 /// A float RGBA image over `bounds`, every pixel (r, g, b, a) a smooth function of x and y.
-std::shared_ptr<vl1::ofxhost::image> gradient_image(OfxRectI bounds,
-                                               vl1::ofxhost::pixel_depth depth = vl1::ofxhost::pixel_depth::real);
+std::shared_ptr<vl1::ofxhost::image> gradient_image(OfxRectI bounds);
 
 /// Collects what the plug-in writes to stderr while it lives.
 class log_capture {
 public:
     log_capture();
     ~log_capture();
-    /// Stops capturing and returns the lines seen so far.
-    std::vector<std::string> lines();
+    /// Stops capturing; whether a line seen so far holds `text`.
     bool contains(const std::string& text);
 
 private:
+    std::vector<std::string> lines();
     bool active_ = true;
     std::vector<std::string> lines_;
 };
