@@ -31,6 +31,18 @@ float tolerance(const OIIO::TypeDesc& format, float v)
     return std::max(std::fabs(v), 1e-6f) * 1e-6f;
 }
 
+// RGBA of a pixel of `p`: grey for one channel, grey and alpha for two, alpha 1 for three.
+std::array<float, 4> rgba_at(const pixels& p, int x, int y)
+{
+    const float* v = p.at(x, y);
+    switch (p.channels) {
+    case 1: return {v[0], v[0], v[0], 1.0f};
+    case 2: return {v[0], v[0], v[0], v[1]};
+    case 3: return {v[0], v[1], v[2], 1.0f};
+    default: return {v[0], v[1], v[2], v[3]};
+    }
+}
+
 }  // namespace
 
 run_result run_render(const std::vector<std::string>& args)
@@ -135,17 +147,6 @@ const look_case& neutral_look()
 pixel_rule inverted_look()
 {
     return [](std::array<float, 4> in) { return std::array<float, 4>{1 - in[0], 1 - in[1], 1 - in[2], in[3]}; };
-}
-
-std::array<float, 4> rgba_at(const pixels& p, int x, int y)
-{
-    const float* v = p.at(x, y);
-    switch (p.channels) {
-    case 1: return {v[0], v[0], v[0], 1.0f};
-    case 2: return {v[0], v[0], v[0], v[1]};
-    case 3: return {v[0], v[1], v[2], 1.0f};
-    default: return {v[0], v[1], v[2], v[3]};
-    }
 }
 
 ::testing::AssertionResult matches_rule(const pixels& source, const pixels& result, const pixel_rule& rule)

@@ -72,9 +72,6 @@ const look_case& neutral_look();
 /// The colour-inverting fixture plug-in with "Invert" on: 1 - c for r, g, b, alpha kept.
 pixel_rule inverted_look();
 
-/// RGBA of a pixel of `p`: grey for one channel, grey and alpha for two, alpha 1 for three.
-std::array<float, 4> rgba_at(const pixels& p, int x, int y);
-
 /// Compares `result` with `rule` applied to `source`, pixel by pixel, allowing half a step of
 /// the result's stored depth; a failure names the first differing pixel and channel.
 ::testing::AssertionResult matches_rule(const pixels& source, const pixels& result, const pixel_rule& rule);

@@ -79,19 +79,6 @@ std::vector<std::pair<std::string, const lut_argb<32>*>> all_luts(const hueloom_
     return luts;
 }
 
-TEST_F(GeneratedTheme, HasTheRecipesLooksAtTheirAngles)
-{
-    const auto& recipe = builtin().recipe;
-    EXPECT_EQ(theme().uid, 1u);
-    EXPECT_EQ(theme().name, recipe.name);
-    EXPECT_GE(theme().luts.size(), 6u);
-    ASSERT_EQ(theme().luts.size(), recipe.looks.size());
-    for (std::size_t i = 0; i < recipe.looks.size(); ++i)
-        EXPECT_EQ(theme().luts[i].rotation, recipe.looks[i].rotation);
-    EXPECT_TRUE(theme().is_self_consistent());
-    EXPECT_EQ(theme().post_processing_lut != nullptr, recipe.post_processing_enabled);
-}
-
 TEST_F(GeneratedTheme, EveryLutKeepsGreysSkinAndMidTonesInBounds)
 {
     // Skin from pale to deep; a hue shift of more than a few degrees makes faces look ill.
@@ -153,8 +140,18 @@ TEST_F(GeneratedTheme, EveryLookDoesSomethingOfItsOwn)
     }
 }
 
-TEST_F(GeneratedTheme, BundledResourceHoldsWhatTheFolderImportsOfThirtyTwoPointTables)
+TEST_F(GeneratedTheme, BundledResourceHoldsTheRecipesLooksAsThirtyTwoPointTables)
 {
+    const auto& recipe = builtin().recipe;
+    EXPECT_EQ(theme().uid, 1u);
+    EXPECT_EQ(theme().name, recipe.name);
+    EXPECT_GE(theme().luts.size(), 6u);
+    ASSERT_EQ(theme().luts.size(), recipe.looks.size());
+    for (std::size_t i = 0; i < recipe.looks.size(); ++i)
+        EXPECT_EQ(theme().luts[i].rotation, recipe.looks[i].rotation);
+    EXPECT_TRUE(theme().is_self_consistent());
+    EXPECT_EQ(theme().post_processing_lut != nullptr, recipe.post_processing_enabled);
+
     hueloom_theme_v1 packed;
     std::string problem;
     ASSERT_TRUE(hueloom_theme_file_serializer_v1::read_theme_from_file(packed, builtin().packed.string(), problem))
