@@ -50,8 +50,9 @@ void run_session(vl1::ofxhost::host& h, const std::string& state, bool images_co
         answers.push_back(inst.press_button("Open GUI"));
         answers.push_back(inst.render(1.0, source->bounds()));
         answers.push_back(inst.render(2.0, source->bounds()));
-        if (images_come_back)
+        if (images_come_back) {
             EXPECT_EQ(inst.outstanding_images(), 0);
+        }
         answers.push_back(inst.destroy());
     } catch (const vl1::ofxhost::host_error&) {
         // The host refused to go on after the plug-in's answer: that is the host's choice.

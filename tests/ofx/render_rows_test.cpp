@@ -238,9 +238,10 @@ TEST(RenderThreads, TheHostsCpuCountBoundsTheRowsThreads)
         thread_probe probe;
         render_window_rows(probe, bounds, source.view(), output.view(), render_arena(suites.thread_limit()));
         EXPECT_LE(probe.most, int(cpus));
-        if (cpus == 1)
+        if (cpus == 1) {
             EXPECT_EQ(probe.threads, std::set<std::thread::id>{std::this_thread::get_id()})
                 << "one CPU: the host's own thread does every row";
+        }
     }
     h.fail_call(ofxhost::failing("multiThreadNumCPUs"));
     EXPECT_EQ(suites.thread_limit(), 0u);
