@@ -38,7 +38,8 @@ public:
     /// Ends the thread after its current pass; queued tasks are dropped with the object.
     void stop();
 
-    /// Asks for a pass: at full size when the user isn't holding a control, else at proxy size.
+    /// Asks for a pass: at full size when the user isn't holding a control, else at proxy size
+    /// (at full size too while no full pass has been timed yet).
     void request(bool editing);
     /// The user is dragging and the last proxy pass is done: time for the next one.
     bool wants_next_proxy_pass() const { return want_proxy.load() && !wake.load(); }
