@@ -152,6 +152,9 @@ void preview_renderer::time_full_pass(int64_t elapsed_ms)
 {
     const int side = proxy_long_side(full.source->width, full.source->height, elapsed_ms);
     proxy = side == 0 ? full : build_images(frame, side);
+    if (proxy.complete())
+        log("Preview proxy size: {0}x{1}, from a full pass of {2} ms", proxy.source->width, proxy.source->height,
+            elapsed_ms);
 }
 
 }  // namespace vl1

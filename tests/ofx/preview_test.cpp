@@ -3,6 +3,7 @@
 // the test's own.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <thread>
@@ -167,21 +168,36 @@ protected:
     std::shared_ptr<scripted_view> view = std::make_shared<scripted_view>();
 };
 
-TEST_F(PreviewLoop, TheFirstTurnRendersFullThenADragGetsProxyPasses)
+TEST_F(PreviewLoop, TheFirstTurnRendersFullADragGetsProxiesAndLettingGoOneFullPicture)
 {
-    // The user holds a control from the start and keeps changing it.
+    // The user holds a control from the start: moves it for three pictures, holds it still a
+    // while, lets go, and closes the editor a while later.
     view->editing = true;
+    enum { moving, holding, let_go } phase = moving;
     int turns = 0;
+    std::size_t pictures_held = 0;
     view->on_idle = [&] {
-        host->schedule_render();
-        if (component->pictures.size() >= 3 || ++turns > 5000)
+        ++turns;
+        if (phase == moving) {
+            host->schedule_render();  // a changed parameter
+            if (component->pictures.size() >= 3 || turns > 5000)
+                phase = holding, turns = 0;
+        } else if (phase == holding && turns == 200) {
+            pictures_held = component->pictures.size();
+            view->editing = false;
+            phase = let_go, turns = 0;
+        } else if (phase == let_go && turns == 200) {
             view->open_flag = false;
+        }
     };
     RunGUILoop(frame.view, component, host, passes_taking(120));
-    ASSERT_GE(component->pictures.size(), 3u);
-    EXPECT_EQ(component->pictures[0], 3840u) << "the editor opens on the full picture";
-    EXPECT_EQ(component->pictures[1], 1920u);
-    EXPECT_EQ(component->pictures[2], 1920u);
+    const std::vector<uint64_t>& widths = component->pictures;
+    ASSERT_GE(pictures_held, 3u);
+    EXPECT_EQ(widths[0], 3840u) << "the editor opens on the full picture";
+    EXPECT_EQ(std::count(widths.begin(), widths.begin() + pictures_held, 1920u), pictures_held - 1)
+        << "proxies while the control is held";
+    ASSERT_EQ(widths.size(), pictures_held + 1) << "holding still renders nothing, letting go once";
+    EXPECT_EQ(widths.back(), 3840u);
 }
 
 TEST_F(PreviewLoop, ClosingDuringAPassWaitsForItAndDropsItsPicture)
