@@ -81,7 +81,8 @@ public:
         const std::size_t pictures_before = count_pictures(log);
         inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
         inst.set_clip_image(kOfxImageEffectOutputClipName, output);
-        render = std::async(std::launch::async, [&inst, bounds = source->bounds()] { return inst.render(0.0, bounds); });
+        render = std::async(std::launch::async,
+                            [&inst, bounds = source->bounds()] { return inst.render(0.0, bounds); });
         window = x_session::wait_for_window(editor_title, 30);
         if (window == 0)
             return;

@@ -71,7 +71,10 @@ x_session::x_session(int width, int height)
     close(quiet);
     // Windows mapped before openbox manages the screen get no frame and no close by it; on a
     // busy machine that takes seconds.
-    for (int i = 0; i < 100 && shell("xprop -root _NET_SUPPORTING_WM_CHECK").find("window id") == std::string::npos; ++i)
+    const auto managed = [] {
+        return shell("xprop -root _NET_SUPPORTING_WM_CHECK").find("window id") != std::string::npos;
+    };
+    for (int i = 0; i < 100 && !managed(); ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
 }
