@@ -6,7 +6,8 @@
 // writing and reading it take; and what one editing step costs the undo ring with the
 // built-in theme. Names the row kernel it measured, and ends with one line
 //   summary: render_vs_ocio_1t=R render_vs_memory_all=F rebuild_us=T tiles_vs_frame=X
-//            state_text_mb=S state_text_ms=W
+//            state_text_mb=S state_text_ms=W preview_full_ms=P preview_proxy_ms=Q
+//            preview_images_ms=B preview_8bit_ms=C preview_8bit_fit_ms=D
 // of this run's figures. Google Benchmark's own flags (--benchmark_filter, ...) apply.
 #include <benchmark/benchmark.h>
 #include <fmt/core.h>
@@ -55,6 +56,10 @@ constexpr const char* host_frame = "host_whole_frame_all_threads";
 constexpr const char* host_tiles = "host_64_tiles_all_threads";
 constexpr const char* windows_all = "render_effect_64_windows_all_threads";
 constexpr const char* preview = "preview_proxy_pass";
+constexpr const char* preview_full = "preview_full_pass";
+constexpr const char* preview_images = "preview_build_images";
+constexpr const char* preview_8bit = "preview_8bit_conversion";
+constexpr const char* preview_8bit_fit = "preview_8bit_conversion_fitted";
 constexpr const char* state_text_prefix = "state_text_write_read/";
 constexpr const char* undo_step = "undo_gesture_builtin_theme";
 
@@ -200,6 +205,15 @@ void register_undo(undo_rig& undo)
     })->UseRealTime()->Unit(benchmark::kMillisecond)->Repetitions(repetitions)->ReportAggregatesOnly(true);
 }
 
+template <typename Work>
+void register_preview(const char* name, Work work)
+{
+    benchmark::RegisterBenchmark(name, [=](benchmark::State& state) mutable {
+        for (auto _ : state)
+            work();
+    })->UseRealTime()->Unit(benchmark::kMillisecond)->Repetitions(repetitions)->ReportAggregatesOnly(true);
+}
+
 void register_benchmarks(scene& s, const ocio_lut_processor& ocio)
 {
     register_frame_pass(render_1t, s, [&s] { s.render(s.one_thread, *s.effect); });
@@ -225,10 +239,11 @@ void register_benchmarks(scene& s, const ocio_lut_processor& ocio)
     })->UseRealTime()->Unit(benchmark::kMicrosecond)->Repetitions(repetitions)->ReportAggregatesOnly(true);
     register_frame_pass(host_frame, s, [&s] { s.host->render_whole(); });
     register_frame_pass(host_tiles, s, [&s] { s.host->render_tiles(); });
-    benchmark::RegisterBenchmark(preview, [&s](benchmark::State& state) {
-        for (auto _ : state)
-            s.preview->proxy_pass();
-    })->UseRealTime()->Unit(benchmark::kMillisecond)->Repetitions(repetitions)->ReportAggregatesOnly(true);
+    register_preview(preview, [&s] { s.preview->proxy_pass(); });
+    register_preview(preview_full, [&s] { s.preview->full_pass(); });
+    register_preview(preview_images, [&s] { s.preview->build_full_images(); });
+    register_preview(preview_8bit, [&s] { s.preview->convert_for_display(1); });
+    register_preview(preview_8bit_fit, [&s] { s.preview->convert_for_display(4); });
 }
 
 std::string figure(std::optional<double> value, const char* format)
@@ -294,6 +309,10 @@ void print_summary(const figure_collector& figures, const scene& s, const std::v
     const auto frame_ms = scaled(figures.seconds_per_iteration(host_frame), 1e3);
     const auto tiles_ms = scaled(figures.seconds_per_iteration(host_tiles), 1e3);
     const auto preview_ms = scaled(figures.seconds_per_iteration(preview), 1e3);
+    const auto preview_full_ms = scaled(figures.seconds_per_iteration(preview_full), 1e3);
+    const auto preview_images_ms = scaled(figures.seconds_per_iteration(preview_images), 1e3);
+    const auto preview_8bit_ms = scaled(figures.seconds_per_iteration(preview_8bit), 1e3);
+    const auto preview_8bit_fit_ms = scaled(figures.seconds_per_iteration(preview_8bit_fit), 1e3);
     const auto vs_ocio = ratio(ours_1t, theirs_1t);
     const auto vs_memory = ratio(ours_all, memory);
     const auto tiles_vs_frame = ratio(tiles_ms, frame_ms);
@@ -315,17 +334,27 @@ void print_summary(const figure_collector& figures, const scene& s, const std::v
     fmt::print("  bundle in our host, whole frame:     {} ms\n", figure(frame_ms, "{:.1f}"));
     fmt::print("  bundle in our host, {} tiles:        {} ms, {} of the whole frame (goal at most 1.1)\n",
                tile_grid_side * tile_grid_side, figure(tiles_ms, "{:.1f}"), figure(tiles_vs_frame, "{:.2f}"));
+    fmt::print("  editor preview, full pass at {}x{}: {} ms\n", s.preview->full_width(), s.preview->full_height(),
+               figure(preview_full_ms, "{:.1f}"));
     fmt::print("  editor preview pass at {}x{}:      {} ms (goal at most 60)\n", s.preview->proxy_width(),
                s.preview->proxy_height(), figure(preview_ms, "{:.1f}"));
+    fmt::print("  editor preview pictures from frame: {} ms (build_images, limit 3840)\n",
+               figure(preview_images_ms, "{:.1f}"));
+    fmt::print("  editor preview, 8-bit conversion:   {} ms of one full picture at 1:1, {} ms fitted (4 x 4 "
+               "pixels a word)\n",
+               figure(preview_8bit_ms, "{:.1f}"), figure(preview_8bit_fit_ms, "{:.1f}"));
     print_state_text(figures, cases);
     print_load_note();
     const state_case& builtin = cases.front();
     const auto state_ms = scaled(figures.seconds_per_iteration(state_text_prefix + builtin.name), 1e3);
     fmt::print("summary: render_vs_ocio_1t={} render_vs_memory_all={} rebuild_us={} tiles_vs_frame={} "
-               "state_text_mb={:.2f} state_text_ms={}\n",
+               "state_text_mb={:.2f} state_text_ms={} preview_full_ms={} preview_proxy_ms={} preview_images_ms={} "
+               "preview_8bit_ms={} preview_8bit_fit_ms={}\n",
                figure(vs_ocio, "{:.2f}"), figure(vs_memory, "{:.2f}"), figure(rebuild_us, "{:.0f}"),
                figure(tiles_vs_frame, "{:.2f}"), double(builtin.packed_text_bytes) * 1e-6,
-               figure(state_ms, "{:.1f}"));
+               figure(state_ms, "{:.1f}"), figure(preview_full_ms, "{:.1f}"), figure(preview_ms, "{:.1f}"),
+               figure(preview_images_ms, "{:.1f}"), figure(preview_8bit_ms, "{:.1f}"),
+               figure(preview_8bit_fit_ms, "{:.1f}"));
 }
 
 int run(int argc, char** argv)

@@ -3,6 +3,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "gui/display_pixels.h"
+
 namespace vl1::bench {
 
 namespace {
@@ -29,15 +31,28 @@ preview_session::preview_session(rgba_float_frame& frame, std::shared_ptr<hueloo
         throw std::runtime_error("the preview made no proxy pictures");
 }
 
-void preview_session::proxy_pass()
+void preview_session::nudged_pass(bool editing)
 {
     nudged = !nudged;
     angle_parameter(*effect)->set_value(nudged ? angle + 0.5f : angle, true);
-    renderer.request(true);
+    renderer.request(editing);
     renderer.run_pass();
     renderer.take_tasks();
 }
 
+void preview_session::proxy_pass() { nudged_pass(true); }
+
+void preview_session::full_pass() { nudged_pass(false); }
+
+void preview_session::build_full_images() { renderer.build_full_images(); }
+
+void preview_session::convert_for_display(int reduction)
+{
+    gui::convert_to_display(*renderer.full_images().display, shown, reduction);
+}
+
+uint64_t preview_session::full_width() const { return renderer.full_images().source->width; }
+uint64_t preview_session::full_height() const { return renderer.full_images().source->height; }
 uint64_t preview_session::proxy_width() const { return renderer.proxy_images().source->width; }
 uint64_t preview_session::proxy_height() const { return renderer.proxy_images().source->height; }
 

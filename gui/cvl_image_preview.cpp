@@ -3,33 +3,12 @@
 #include <tbb/parallel_for.h>
 
 #include <algorithm>
-#include <cmath>
 
 #include "gui/canvas.h"
+#include "gui/display_pixels.h"
 #include "gui/monitor_profile.h"
 
 namespace vl1::gui {
-namespace {
-
-uint8_t to_byte(float v)
-{
-    return static_cast<uint8_t>(std::isnan(v) ? 0.0f : std::clamp(v, 0.0f, 1.0f) * 255.0f);
-}
-
-}  // namespace
-
-void convert_to_display(const vl1::image& picture, std::vector<uint32_t>& out)
-{
-    const auto w = static_cast<std::size_t>(picture.width), h = static_cast<std::size_t>(picture.height);
-    out.resize(w * h);
-    tbb::parallel_for(std::size_t{0}, h, [&](std::size_t y) {
-        uint32_t* row = out.data() + y * w;
-        for (std::size_t x = 0; x < w; ++x) {
-            const argb_float p = picture.read_pixel(x, y);
-            row[x] = 0xff000000u | uint32_t(to_byte(p.r)) << 16 | uint32_t(to_byte(p.g)) << 8 | to_byte(p.b);
-        }
-    });
-}
 
 CVLImagePreview::CVLImagePreview(int x, int y, int w, int h, std::shared_ptr<const monitor_profile_transform> monitor)
     : Fl_Widget(x, y, w, h), monitor(std::move(monitor))
@@ -57,21 +36,30 @@ void CVLImagePreview::set_preview_image(const vl1::image& source)
     picture_changed = true;
 }
 
+int CVLImagePreview::wanted_reduction() const
+{
+    // Converted at most as fine as the screen shows it: a k-th of the picture's width or less
+    // on screen takes a mean of k x k pixels per word.
+    return std::max(1, static_cast<int>(picture.width / static_cast<uint64_t>(std::max(1, w()))));
+}
+
 void CVLImagePreview::update_preview()
 {
-    if (!picture_changed)
+    const int wanted = wanted_reduction();
+    if (!picture_changed && wanted == reduction)
         return;
     picture_changed = false;
     if (picture.format == pixel_format::empty || picture.data == nullptr)
         return;
-    convert_to_display(picture, pixels);
+    reduction = wanted;
+    const display_size size = convert_to_display(picture, pixels, reduction);
     if (convert_to_monitor && monitor && monitor->active()) {
-        tbb::parallel_for(uint64_t{0}, picture.height,
-                          [&](uint64_t y) { monitor->convert(pixels.data() + y * picture.width, picture.width); });
+        tbb::parallel_for(std::size_t{0}, size.height,
+                          [&](std::size_t y) { monitor->convert(pixels.data() + y * size.width, size.width); });
     }
     if (shown != nullptr)
         cairo_surface_destroy(shown);
-    const int w = static_cast<int>(picture.width), h = static_cast<int>(picture.height);
+    const int w = static_cast<int>(size.width), h = static_cast<int>(size.height);
     shown = cairo_image_surface_create_for_data(reinterpret_cast<unsigned char*>(pixels.data()), CAIRO_FORMAT_RGB24, w,
                                                 h, w * 4);
     redraw();
@@ -89,14 +77,6 @@ void CVLImagePreview::set_convert_to_monitor(bool convert)
         convert_to_monitor = convert;
         picture_changed = true;
     }
-}
-
-uint32_t CVLImagePreview::displayed_pixel(int x, int y) const
-{
-    const auto w = static_cast<int>(picture.width), h = static_cast<int>(picture.height);
-    if (x < 0 || y < 0 || x >= w || y >= h || pixels.size() < std::size_t(w) * h)
-        return 0;
-    return pixels[std::size_t(y) * w + x] & 0xffffffu;
 }
 
 void CVLImagePreview::draw()

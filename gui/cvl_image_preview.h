@@ -38,32 +38,29 @@ public:
     /// Keeps a copy; the first picture also fits the zoom of the scroll view around it.
     void set_preview_image(const vl1::image& picture);
     /// Turns the latest picture into what is drawn, at most once per call however many
-    /// pictures arrived since the last. Called by the editor's idle.
+    /// pictures arrived since the last, and again when a zoom changed how fine the screen
+    /// shows it. Called by the editor's idle.
     void update_preview();
 
     void get_image_rect(int& width, int& height) const override;
     void set_convert_to_monitor(bool convert) override;
 
-    /// The displayed colour at picture pixel (x, y), top row first, as 0xRRGGBB; for tests.
-    uint32_t displayed_pixel(int x, int y) const;
-    bool has_picture() const { return shown != nullptr; }
 
     void draw() override;
 
 private:
     CVLScrollView* scroller() const;
+    int wanted_reduction() const;
 
     vl1::image picture;
     bool picture_changed = false;
     bool convert_to_monitor = true;
     int full_width = 0, full_height = 0;  // the first picture's size: proxies don't resize the view
     std::shared_ptr<const monitor_profile_transform> monitor;
-    std::vector<uint32_t> pixels;  // xRGB of the displayed picture
+    std::vector<uint32_t> pixels;  // xRGB of the displayed picture, `reduction` pixels to a word each way
+    int reduction = 1;
     cairo_surface_t* shown = nullptr;
 };
-
-/// Converts `picture` (any pixel format) to xRGB words, rows in parallel; channels clamped.
-void convert_to_display(const vl1::image& picture, std::vector<uint32_t>& out);
 
 class CVLScrollView : public Fl_Group {
 public:

@@ -13,12 +13,16 @@ namespace {
 /// thread that asks meanwhile renders without it rather than wait for a user.
 std::mutex editor_mutex;
 
-/// Steps of the loop, one turn each: ask for passes, run what the preview left, idle.
+/// Steps of the loop, one turn each: ask for passes, run what the preview left, idle. While
+/// the user holds a control a pass follows each change, and once it is let go one full pass
+/// follows the last proxy pass. Passes while nothing changed would only repeat the picture,
+/// and take the cores the editor needs to show the last one.
 void run_editor_turns(iview_v1& view, icomponent_v1& component, ihost_v1& host, preview_renderer& preview)
 {
     for (bool first = true; view.is_open(); first = false) {
-        if (first || host.component_is_dirty() || preview.wants_next_proxy_pass())
-            preview.request(!first && view.is_editing());
+        const bool editing = !first && view.is_editing();
+        if (first || host.component_is_dirty() || (preview.wants_next_proxy_pass() && !editing))
+            preview.request(editing);
         for (auto& task : preview.take_tasks())
             task();
         component.idle();

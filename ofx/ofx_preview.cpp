@@ -110,8 +110,11 @@ void preview_renderer::render_rows(image& source, image& result)
 
 void preview_renderer::run_pass()
 {
+    // Until a full pass has been timed there are no proxy pictures: a drag that starts that
+    // early gets full ones (and the pass that sizes the proxy) rather than none at all.
     const bool proxy_pass = want_proxy && proxy.complete();
-    const preview_images* pass = proxy_pass ? &proxy : (want_full && full.complete() ? &full : nullptr);
+    const bool full_pass = !proxy_pass && (want_full || want_proxy) && full.complete();
+    const preview_images* pass = proxy_pass ? &proxy : (full_pass ? &full : nullptr);
     if (pass != nullptr) {
         const int64_t t0 = clock();
         event setup(event_render_setup);
@@ -149,6 +152,9 @@ void preview_renderer::time_full_pass(int64_t elapsed_ms)
 {
     const int side = proxy_long_side(full.source->width, full.source->height, elapsed_ms);
     proxy = side == 0 ? full : build_images(frame, side);
+    if (proxy.complete())
+        log("Preview proxy size: {0}x{1}, from a full pass of {2} ms", proxy.source->width, proxy.source->height,
+            elapsed_ms);
 }
 
 }  // namespace vl1

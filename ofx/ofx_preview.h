@@ -38,9 +38,10 @@ public:
     /// Ends the thread after its current pass; queued tasks are dropped with the object.
     void stop();
 
-    /// Asks for a pass: at full size when the user isn't holding a control, else at proxy size.
+    /// Asks for a pass: at full size when the user isn't holding a control, else at proxy size
+    /// (at full size too while no full pass has been timed yet).
     void request(bool editing);
-    /// The user is dragging and the last proxy pass is done: time for the next one.
+    /// The last pass asked for was at proxy size and it is done; the full one is still owed.
     bool wants_next_proxy_pass() const { return want_proxy.load() && !wake.load(); }
 
     /// The tasks finished passes left for the editor's thread, oldest first.

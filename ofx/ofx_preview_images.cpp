@@ -35,8 +35,28 @@ float mean_in_unit(float sum, float count)
     return std::isnan(v) ? 0.0f : std::clamp(v, 0.0f, 1.0f);
 }
 
+/// A row that needs no reduction: each pixel read and clamped as a mean of one would be.
+void copy_row(const ofx_image_view& frame, rgba_depth depth, image& target, uint64_t ty)
+{
+    const int ofx_y = frame.bounds.y2 - 1 - static_cast<int>(ty);
+    const uint8_t* in = frame.pixel(frame.bounds.x1, ofx_y);
+    const int step = frame.bytes_per_pixel();
+    auto* out = reinterpret_cast<float*>(target.row(ty));
+    for (uint64_t x = 0; x < target.width; ++x, in += step) {
+        const argb_float p = read_rgba_pixel(depth, in);
+        out[4 * x + 0] = mean_in_unit(p.r, 1.0f);
+        out[4 * x + 1] = mean_in_unit(p.g, 1.0f);
+        out[4 * x + 2] = mean_in_unit(p.b, 1.0f);
+        out[4 * x + 3] = mean_in_unit(p.a, 1.0f);
+    }
+}
+
 void scale_row(const ofx_image_view& frame, rgba_depth depth, image& target, uint64_t ty, float sx, float sy)
 {
+    if (sx == 1.0f && sy == 1.0f && target.width == static_cast<uint64_t>(frame.bounds.x2 - frame.bounds.x1)) {
+        copy_row(frame, depth, target, ty);
+        return;
+    }
     const auto width = static_cast<uint64_t>(frame.bounds.x2 - frame.bounds.x1);
     const auto height = static_cast<uint64_t>(frame.bounds.y2 - frame.bounds.y1);
     const span rows = covered(ty, sy, height);

@@ -69,7 +69,14 @@ x_session::x_session(int width, int height)
     setenv("DISPLAY", (":" + std::to_string(display_number)).c_str(), 1);
     manager = spawn({"openbox"}, quiet, quiet);
     close(quiet);
-    std::this_thread::sleep_for(std::chrono::milliseconds(700));  // openbox takes the screen
+    // Windows mapped before openbox manages the screen get no frame and no close by it; on a
+    // busy machine that takes seconds.
+    const auto managed = [] {
+        return shell("xprop -root _NET_SUPPORTING_WM_CHECK").find("window id") != std::string::npos;
+    };
+    for (int i = 0; i < 100 && !managed(); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
 }
 
 x_session::~x_session()

@@ -20,6 +20,8 @@ public:
     ~x_session();
 
     bool ready() const { return display_number >= 0; }
+    /// The X server's process, whose memory holds the windows and pixmaps of its clients.
+    pid_t server_pid() const { return server; }
 
     /// Output of a shell command (stderr discarded).
     static std::string shell(const std::string& command);

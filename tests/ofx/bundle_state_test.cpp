@@ -99,4 +99,26 @@ TEST_F(bundle_state, NoStateIsWrittenUntilTheEditorCloses)
     EXPECT_FALSE(saved_state_of(inst).empty());
 }
 
+TEST_F(bundle_state, AStateRefusedDuringTheRenderArrivesAtTheNextActionThatMayWrite)
+{
+    ofxhost::property_set changed(ofxhost::set_access::read_only);
+    changed.define_string(kOfxPropType, {kOfxTypeParameter});
+    changed.define_string(kOfxPropName, {"Strength"});
+    changed.define_string(kOfxPropChangeReason, {kOfxChangeUserEdited});
+    changed.define_double(kOfxPropTime, {0.0});
+    for (const char* action : {kOfxActionSyncPrivateData, kOfxActionBeginInstanceChanged, kOfxActionInstanceChanged,
+                               kOfxActionEndInstanceChanged}) {
+        SCOPED_TRACE(action);
+        // Without a display the editor doesn't open, but the render saves the state all the same.
+        ofxhost::instance inst = make("");
+        EXPECT_EQ(inst.press_button("Open GUI"), kOfxStatOK);
+        h.fail_call(ofxhost::failing("paramSetValue").for_argument("binaryStateParam"));
+        render(inst, source);
+        h.failures().clear();
+        EXPECT_EQ(inst.param("binaryStateParam").get_string(), "");
+        inst.call_action(action, changed.handle());
+        EXPECT_EQ(inst.param("binaryStateParam").get_string().rfind("hlz1:", 0), 0u);
+    }
+}
+
 }  // namespace
