@@ -75,8 +75,8 @@ private:
 /// render returns when the user closes the editor.
 class hosted_editor {
 public:
-    hosted_editor(ofxhost::instance& inst, std::shared_ptr<ofxhost::image> source, const stderr_to_file& log)
-        : output(std::make_shared<ofxhost::image>(source->depth(), source->bounds()))
+    hosted_editor(vl1::ofxhost::instance& inst, std::shared_ptr<vl1::ofxhost::image> source, const stderr_to_file& log)
+        : output(std::make_shared<vl1::ofxhost::image>(source->depth(), source->bounds()))
     {
         const std::size_t pictures_before = count_pictures(log);
         inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
@@ -116,14 +116,9 @@ public:
     /// Closes the editor by the window manager; the render's status.
     OfxStatus close()
     {
-        // Now and then (a few in a hundred runs, on a busy machine) the window manager lets a
-        // close key pass without acting on it; a person would press it again, and so does this.
-        for (int attempt = 0; attempt < 6; ++attempt) {
-            if (x_session::wait_for_window(editor_title, 0.1) != 0)
-                x_session::shell("xdotool windowactivate --sync " + std::to_string(window) + " key alt+F4");
-            if (render.wait_for(std::chrono::seconds(5)) == std::future_status::ready)
-                return render.get();
-        }
+        x_session::close_by_window_manager(window, editor_title);
+        if (render.wait_for(std::chrono::seconds(30)) == std::future_status::ready)
+            return render.get();
         return kOfxStatErrUnknown;
     }
     /// The graded frame's colour (the frame is flat).
@@ -141,7 +136,7 @@ private:
         return n;
     }
 
-    std::shared_ptr<ofxhost::image> output;
+    std::shared_ptr<vl1::ofxhost::image> output;
     std::future<OfxStatus> render;
     std::pair<int, int> origin{0, 0}, size{0, 0};
 };
@@ -150,13 +145,13 @@ class editor_host : public bundle_test::bundle_fixture {
 protected:
     void SetUp() override { ASSERT_TRUE(x.ready()) << "Xvfb did not start"; }
 
-    ofxhost::instance make(double strength, double angle)
+    vl1::ofxhost::instance make(double strength, double angle)
     {
         return plugin.create_instance(kOfxImageEffectContextFilter, {{"Strength", strength}, {"Angle", angle}});
     }
 
     /// Presses "Open GUI"; the next render opens the editor.
-    hosted_editor open(ofxhost::instance& inst)
+    hosted_editor open(vl1::ofxhost::instance& inst)
     {
         EXPECT_EQ(inst.press_button("Open GUI"), kOfxStatOK);
         return hosted_editor(inst, source, log);
@@ -164,13 +159,13 @@ protected:
 
     x_session x{1600, 900};
     stderr_to_file log{home_dir() / "bundle.log"};
-    ofxhost::plugin plugin = ready_plugin();
-    std::shared_ptr<ofxhost::image> source = flat_source();
+    vl1::ofxhost::plugin plugin = ready_plugin();
+    std::shared_ptr<vl1::ofxhost::image> source = flat_source();
 
 private:
-    static std::shared_ptr<ofxhost::image> flat_source()
+    static std::shared_ptr<vl1::ofxhost::image> flat_source()
     {
-        auto image = std::make_shared<ofxhost::image>(ofxhost::pixel_depth::real, OfxRectI{0, 0, 640, 360});
+        auto image = std::make_shared<vl1::ofxhost::image>(vl1::ofxhost::pixel_depth::real, OfxRectI{0, 0, 640, 360});
         image->fill({0.6, 0.3, 0.2, 1.0});
         return image;
     }
@@ -178,11 +173,11 @@ private:
 
 TEST_F(editor_host, EditsTheHostRefusedDuringTheRenderReachItAtItsNextAction)
 {
-    ofxhost::instance inst = make(50.0, 90.0);
+    vl1::ofxhost::instance inst = make(50.0, 90.0);
     // This host takes no parameter value and no state while it renders.
     const auto refuse_writes = [&] {
-        h.fail_call(ofxhost::failing("paramSetValue"));
-        h.fail_call(ofxhost::failing("paramSetValueAtTime"));
+        h.fail_call(vl1::ofxhost::failing("paramSetValue"));
+        h.fail_call(vl1::ofxhost::failing("paramSetValueAtTime"));
     };
     EXPECT_EQ(inst.press_button("Open GUI"), kOfxStatOK);
     refuse_writes();
@@ -214,7 +209,7 @@ TEST_F(editor_host, EditsTheHostRefusedDuringTheRenderReachItAtItsNextAction)
 
 TEST_F(editor_host, OpensAgainOnTheCurrentLookAndForASecondInstanceAfterward)
 {
-    ofxhost::instance first = make(80.0, 60.0);
+    vl1::ofxhost::instance first = make(80.0, 60.0);
     rgb edited;
     {
         hosted_editor editor = open(first);
@@ -234,7 +229,7 @@ TEST_F(editor_host, OpensAgainOnTheCurrentLookAndForASecondInstanceAfterward)
         ASSERT_EQ(editor.close(), kOfxStatOK);
         EXPECT_EQ(editor.output_colour(), edited);
     }
-    ofxhost::instance second = make(30.0, 200.0);
+    vl1::ofxhost::instance second = make(30.0, 200.0);
     hosted_editor editor = open(second);
     ASSERT_NE(editor.window, 0u) << log.text();
     const rgb shown = editor.preview_pixel();
@@ -262,7 +257,7 @@ TEST_F(editor_host, TwentyOpeningsKeepNoWindowOrPictureMemory)
     // with spare memory of its own; fixed, it leaves only what is really kept.
     mallopt(M_ARENA_MAX, 1);
     mallopt(M_MMAP_THRESHOLD, 128 * 1024);
-    ofxhost::instance inst = make(80.0, 60.0);
+    vl1::ofxhost::instance inst = make(80.0, 60.0);
     const std::string server = std::to_string(x.server_pid());
     // The highest anonymous memory of this process and of the X server over `count` openings.
     const auto highs_over = [&](int count) {

@@ -54,8 +54,8 @@ open_editor::open_editor(const fs::path& folder, const std::vector<std::string>&
 
 int open_editor::close_and_wait()
 {
-    if (window != 0 && x_session::wait_for_window(editor_title, 0.1) != 0)
-        x_session::shell("xdotool windowactivate --sync " + std::to_string(window) + " key alt+F4");
+    if (window != 0)
+        x_session::close_by_window_manager(window, editor_title);
     return process->wait(30);
 }
 

@@ -110,6 +110,18 @@ unsigned long x_session::wait_for_window(const std::string& title, double second
     return 0;
 }
 
+bool x_session::close_by_window_manager(unsigned long window, const std::string& title)
+{
+    for (int attempt = 0; attempt < 6; ++attempt) {
+        if (wait_for_window(title, 0.1) == 0)
+            return true;
+        shell("xdotool windowactivate --sync " + std::to_string(window) + " key alt+F4");
+        for (int i = 0; i < 50 && wait_for_window(title, 0.1) != 0; ++i)
+            settle(0.1);
+    }
+    return wait_for_window(title, 0.1) == 0;
+}
+
 std::pair<int, int> x_session::window_size(unsigned long window)
 {
     std::istringstream text(shell("xdotool getwindowgeometry --shell " + std::to_string(window)));

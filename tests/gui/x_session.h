@@ -27,6 +27,10 @@ public:
     static std::string shell(const std::string& command);
     /// The window titled exactly `title`, waiting up to `seconds`; 0 if none appeared.
     static unsigned long wait_for_window(const std::string& title, double seconds);
+    /// Closes `window` (titled `title`) by the window manager's close key, pressing it again
+    /// while the window stays: on a busy machine the manager now and then lets one pass without
+    /// acting on it, and a person would press it again. True once no such window is left.
+    static bool close_by_window_manager(unsigned long window, const std::string& title);
     /// Width and height of a window as the window manager reports them.
     static std::pair<int, int> window_size(unsigned long window);
     /// Screen position of a window's top-left corner (inside its decoration).

@@ -101,7 +101,7 @@ TEST_F(bundle_state, NoStateIsWrittenUntilTheEditorCloses)
 
 TEST_F(bundle_state, AStateRefusedDuringTheRenderArrivesAtTheNextActionThatMayWrite)
 {
-    ofxhost::property_set changed(ofxhost::set_access::read_only);
+    vl1::ofxhost::property_set changed(vl1::ofxhost::set_access::read_only);
     changed.define_string(kOfxPropType, {kOfxTypeParameter});
     changed.define_string(kOfxPropName, {"Strength"});
     changed.define_string(kOfxPropChangeReason, {kOfxChangeUserEdited});
@@ -110,9 +110,9 @@ TEST_F(bundle_state, AStateRefusedDuringTheRenderArrivesAtTheNextActionThatMayWr
                                kOfxActionEndInstanceChanged}) {
         SCOPED_TRACE(action);
         // Without a display the editor doesn't open, but the render saves the state all the same.
-        ofxhost::instance inst = make("");
+        vl1::ofxhost::instance inst = make("");
         EXPECT_EQ(inst.press_button("Open GUI"), kOfxStatOK);
-        h.fail_call(ofxhost::failing("paramSetValue").for_argument("binaryStateParam"));
+        h.fail_call(vl1::ofxhost::failing("paramSetValue").for_argument("binaryStateParam"));
         render(inst, source);
         h.failures().clear();
         EXPECT_EQ(inst.param("binaryStateParam").get_string(), "");
