@@ -113,10 +113,9 @@ void CVLColorWheelXYPad::draw()
     cairo_stroke(cr);
 }
 
-void CVLColorWheelXYPad::move_to_mouse()
+void CVLColorWheelXYPad::move_to(int mouse_x, int mouse_y)
 {
-    const wheel::point p =
-        wheel::point_under_mouse(Fl::event_x(), Fl::event_y(), x(), y(), w(), h(), marker_size);
+    const wheel::point p = wheel::point_under_mouse(mouse_x, mouse_y, x(), y(), w(), h(), marker_size);
     if (setValue(wheel::pack(p)))
         notifyValueChanged();
 }
@@ -134,37 +133,44 @@ bool CVLColorWheelXYPad::reset_to_centre()
     return true;
 }
 
-int CVLColorWheelXYPad::handle(int event)
+int CVLColorWheelXYPad::on_pointer(const pointer_event& e)
 {
-    switch (event) {
-    case FL_PUSH: {
-        if (!hit(Fl::event_x(), Fl::event_y()))
+    switch (e.what) {
+    case pointer_event::type::press:
+        if (!hit(e.x, e.y))
             return 0;
-        const int buttons = Fl::event_buttons();
-        if (buttons == FL_BUTTON3)
+        if (e.buttons == pointer_event::right_button)
             return reset_to_centre() ? 1 : 0;
-        if (buttons != FL_BUTTON1)
+        if (e.buttons != pointer_event::left_button)
             return 0;
         if (isEditing())
             endEdit();  // a gesture whose release never came
         dragging = true;
         beginEdit();
-        move_to_mouse();
+        move_to(e.x, e.y);
         return 1;
-    }
-    case FL_DRAG:
+    case pointer_event::type::drag:
         if (!dragging)
             return 0;
-        move_to_mouse();
+        move_to(e.x, e.y);
         return 1;
-    case FL_RELEASE:
+    case pointer_event::type::release:
         if (!dragging)
             return 0;
         dragging = false;
         endEdit();
         return 1;
-    case FL_MOUSEWHEEL:
+    case pointer_event::type::wheel:
         return 0;  // the panel's scroller takes it
+    }
+    return 0;
+}
+
+int CVLColorWheelXYPad::handle(int event)
+{
+    if (const auto pointer = read_pointer_event(event))
+        return on_pointer(*pointer);
+    switch (event) {
     case FL_ACTIVATE:
     case FL_DEACTIVATE:
         invalidate();

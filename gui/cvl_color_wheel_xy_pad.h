@@ -13,6 +13,7 @@
 #include "framework/uid.h"
 #include "gui/color_wheel_math.h"
 #include "gui/control.h"
+#include "gui/pointer_event.h"
 
 namespace vl1::gui {
 
@@ -62,9 +63,11 @@ public:
     /// button alone: back to the centre as one gesture, unconsumed at the centre. The mouse
     /// wheel is left to the panel's scroller.
     int handle(int event) override;
+    /// The same gestures, from a pointer event; 1 when the event was taken.
+    int on_pointer(const pointer_event& e);
 
 private:
-    void move_to_mouse();
+    void move_to(int mouse_x, int mouse_y);
     bool reset_to_centre();
 
     uid angle_tag{"Angle"};

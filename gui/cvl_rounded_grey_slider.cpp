@@ -59,13 +59,13 @@ int CVLRoundedGreySlider::handle_left(float normalized) const
     return x() + handle_min + static_cast<int>(std::floor(normalized * static_cast<float>(handle_max - handle_min)));
 }
 
-float CVLRoundedGreySlider::normalized_under_mouse() const
+float CVLRoundedGreySlider::normalized_under_mouse(int mouse_x) const
 {
     const double handle_width = handle_picture ? handle_picture->width() : 0.0;
     const int range = handle_max - handle_min;
     if (range <= 0)
         return 0.0f;
-    return static_cast<float>((Fl::event_x() - x() - handle_min - handle_width / 2) / range);
+    return static_cast<float>((mouse_x - x() - handle_min - handle_width / 2) / range);
 }
 
 void CVLRoundedGreySlider::set_and_notify(float v)
@@ -74,19 +74,19 @@ void CVLRoundedGreySlider::set_and_notify(float v)
         notifyValueChanged();
 }
 
-void CVLRoundedGreySlider::drag_to_mouse()
+void CVLRoundedGreySlider::drag_to(const pointer_event& e)
 {
     const int range = handle_max - handle_min;
-    if ((Fl::event_state() & FL_SHIFT) != 0 && range > 0) {
+    if (e.shift && range > 0) {
         // Fine: a tenth of the mouse's way, and the handle stays where it is relative to it.
-        const float n = getValueNormalized() + fine_factor * static_cast<float>(Fl::event_x() - last_mouse_x) / range;
-        mouse_offset = normalized_under_mouse() - std::clamp(n, 0.0f, 1.0f);
+        const float n = getValueNormalized() + fine_factor * static_cast<float>(e.x - last_mouse_x) / range;
+        mouse_offset = normalized_under_mouse(e.x) - std::clamp(n, 0.0f, 1.0f);
         set_and_notify(getMin() + std::clamp(n, 0.0f, 1.0f) * (getMax() - getMin()));
     } else {
-        const float n = std::clamp(normalized_under_mouse() - mouse_offset, 0.0f, 1.0f);
+        const float n = std::clamp(normalized_under_mouse(e.x) - mouse_offset, 0.0f, 1.0f);
         set_and_notify(getMin() + n * (getMax() - getMin()));
     }
-    last_mouse_x = Fl::event_x();
+    last_mouse_x = e.x;
 }
 
 void CVLRoundedGreySlider::change_as_gesture(float v)
@@ -99,24 +99,23 @@ void CVLRoundedGreySlider::change_as_gesture(float v)
     endEdit();
 }
 
-void CVLRoundedGreySlider::wheel_step(int notches)
+void CVLRoundedGreySlider::wheel_step(int notches, bool fine)
 {
-    const float fraction = (Fl::event_state() & FL_SHIFT) != 0 ? wheel_fraction * fine_factor : wheel_fraction;
+    const float fraction = fine ? wheel_fraction * fine_factor : wheel_fraction;
     change_as_gesture(getValue() + static_cast<float>(notches) * fraction * (getMax() - getMin()));
 }
 
-int CVLRoundedGreySlider::handle(int event)
+int CVLRoundedGreySlider::on_pointer(const pointer_event& e)
 {
-    switch (event) {
-    case FL_PUSH: {
-        const int buttons = Fl::event_buttons();
-        if ((buttons & FL_BUTTON3) != 0 && right_click_resets) {
+    switch (e.what) {
+    case pointer_event::type::press:
+        if ((e.buttons & pointer_event::right_button) != 0 && right_click_resets) {
             change_as_gesture(default_value);
             return 1;
         }
-        if (buttons != FL_BUTTON1)
+        if (e.buttons != pointer_event::left_button)
             return 0;
-        if ((Fl::event_state() & FL_ALT) != 0) {
+        if (e.alt) {
             change_as_gesture(default_value);
             return 1;
         }
@@ -125,30 +124,37 @@ int CVLRoundedGreySlider::handle(int event)
         beginEdit();
         dragging = true;
         mouse_offset = 0.0f;  // the handle jumps under the mouse
-        last_mouse_x = Fl::event_x();
-        drag_to_mouse();
+        last_mouse_x = e.x;
+        drag_to(e);
         return 1;
-    }
-    case FL_DRAG:
+    case pointer_event::type::drag:
         if (!dragging)
             return 0;
-        drag_to_mouse();
+        drag_to(e);
         return 1;
-    case FL_RELEASE:
+    case pointer_event::type::release:
         if (!dragging)
             return 0;
         dragging = false;
         endEdit();
         return 1;
-    case FL_MOUSEWHEEL: {
+    case pointer_event::type::wheel: {
         if (!wheel_enabled || dragging)
             return 0;
-        // Up and right raise the value.
-        const int notches = Fl::event_dy() != 0 ? -Fl::event_dy() : Fl::event_dx();
+        const int notches = e.wheel_dy != 0 ? -e.wheel_dy : e.wheel_dx;
         if (notches != 0)
-            wheel_step(notches);
+            wheel_step(notches, e.shift);
         return 1;
     }
+    }
+    return 0;
+}
+
+int CVLRoundedGreySlider::handle(int event)
+{
+    if (const auto pointer = read_pointer_event(event))
+        return on_pointer(*pointer);
+    switch (event) {
     case FL_ACTIVATE:
     case FL_DEACTIVATE:
         invalidate();

@@ -14,6 +14,7 @@
 #include <string>
 
 #include "gui/control.h"
+#include "gui/pointer_event.h"
 
 namespace vl1::gui {
 
@@ -47,12 +48,16 @@ public:
     void invalidate();
     void draw() override;
     int handle(int event) override;
+    /// Left button: the handle jumps under the mouse and follows it until release, a tenth as
+    /// far with Shift. Right button, or Alt and the left: the default as one gesture. The
+    /// wheel: a step per notch, up and right raising the value. 1 when the event was taken.
+    int on_pointer(const pointer_event& e);
 
 private:
-    float normalized_under_mouse() const;
-    void drag_to_mouse();
+    float normalized_under_mouse(int mouse_x) const;
+    void drag_to(const pointer_event& e);
     void change_as_gesture(float v);
-    void wheel_step(int notches);
+    void wheel_step(int notches, bool fine);
     void set_and_notify(float v);
     void draw_texts(cairo_t* cr) const;
 

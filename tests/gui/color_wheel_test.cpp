@@ -81,21 +81,21 @@ TEST(ColorWheelPad, GesturesAreFramedOnceAndTheRightButtonResets)
     CVLColorWheelXYPad pad(10, 20, 400, 400, &heard, 7);
 
     // The corners of the square and the mouse wheel are left to what lies beneath.
-    EXPECT_EQ(mouse(pad, FL_PUSH, 1, 12, 22), 0);
+    EXPECT_EQ(mouse(pad, hueloom_test::press, 1, 12, 22), 0);
     EXPECT_EQ(hueloom_test::wheel(pad, 210, 220, 1), 0);
     // At the centre a right click does nothing and isn't taken.
-    EXPECT_EQ(mouse(pad, FL_PUSH, 3, 210, 220), 0);
+    EXPECT_EQ(mouse(pad, hueloom_test::press, 3, 210, 220), 0);
     EXPECT_EQ(heard.take(), "");
 
     // The point jumps to the press and follows the drag: the upper left quarter is 45 degrees.
-    EXPECT_EQ(mouse(pad, FL_PUSH, 1, 110, 320), 1);
-    EXPECT_EQ(mouse(pad, FL_DRAG, 1, 110, 120), 1);
-    EXPECT_EQ(mouse(pad, FL_RELEASE, 1, 110, 120), 1);
+    EXPECT_EQ(mouse(pad, hueloom_test::press, 1, 110, 320), 1);
+    EXPECT_EQ(mouse(pad, hueloom_test::drag, 1, 110, 120), 1);
+    EXPECT_EQ(mouse(pad, hueloom_test::release, 1, 110, 120), 1);
     EXPECT_EQ(heard.take(), "bvve");
     EXPECT_NEAR(pad.get_angle(), 45.0f, 0.5f);
     EXPECT_GT(pad.get_strength(), 60.0f);
 
-    EXPECT_EQ(mouse(pad, FL_PUSH, 3, 300, 200), 1);
+    EXPECT_EQ(mouse(pad, hueloom_test::press, 3, 300, 200), 1);
     EXPECT_EQ(heard.take(), "bve");
     EXPECT_EQ(pad.getValue(), wheel::centre_value);
     EXPECT_EQ(pad.get_strength(), 0.0f);

@@ -1,35 +1,44 @@
-// Mouse events handed straight to a control, without a display: the toolkit's event state
-// is set as the window system would set it, then the control's handle() runs.
+// Mouse events handed straight to a control, without a display, as the toolkit's events
+// reach it once read.
 #pragma once
-
-#include <FL/Fl.H>
-#include <FL/Fl_Widget.H>
 
 #include <string>
 #include <vector>
 
 #include "gui/control.h"
+#include "gui/pointer_event.h"
 
 namespace hueloom_test {
 
-/// `button` 1 (left) to 3 (right); `modifiers` e.g. FL_ALT or FL_SHIFT.
-inline int mouse(Fl_Widget& w, int event, int button, int x, int y, int modifiers = 0)
+using vl1::gui::pointer_event;
+constexpr auto press = pointer_event::type::press;
+constexpr auto drag = pointer_event::type::drag;
+constexpr auto release = pointer_event::type::release;
+enum modifier { no_modifier = 0, shift = 1, alt = 2 };
+
+/// `button` 1 (left) to 3 (right), held except on release.
+template <typename Control>
+int mouse(Control& c, pointer_event::type what, int button, int x, int y, int modifiers = no_modifier)
 {
-    Fl::e_x = x;
-    Fl::e_y = y;
-    Fl::e_keysym = FL_Button + button;
-    Fl::e_state = modifiers | (event == FL_RELEASE ? 0 : FL_BUTTON1 << (button - 1));
-    return w.handle(event);
+    pointer_event e;
+    e.what = what;
+    e.x = x;
+    e.y = y;
+    e.buttons = what == release ? 0 : 1 << (button - 1);
+    e.shift = (modifiers & shift) != 0;
+    e.alt = (modifiers & alt) != 0;
+    return c.on_pointer(e);
 }
 
-inline int wheel(Fl_Widget& w, int x, int y, int dy, int modifiers = 0)
+template <typename Control>
+int wheel(Control& c, int x, int y, int dy)
 {
-    Fl::e_x = x;
-    Fl::e_y = y;
-    Fl::e_dx = 0;
-    Fl::e_dy = dy;
-    Fl::e_state = modifiers;
-    return w.handle(FL_MOUSEWHEEL);
+    pointer_event e;
+    e.what = pointer_event::type::wheel;
+    e.x = x;
+    e.y = y;
+    e.wheel_dy = dy;
+    return c.on_pointer(e);
 }
 
 /// What a control told its listener, in order: 'b' begin, 'v' value changed, 'e' end.

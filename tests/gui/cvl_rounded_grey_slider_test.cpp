@@ -22,18 +22,18 @@ TEST(RoundedGreySlider, ADragJumpsFollowsAndIsOneGesture)
 {
     slider_rig r;
     EXPECT_EQ(r.slider.getValue(), 100.0f);
-    EXPECT_EQ(mouse(r.slider, FL_PUSH, 1, 50 + 30, 30), 1);
+    EXPECT_EQ(mouse(r.slider, hueloom_test::press, 1, 50 + 30, 30), 1);
     EXPECT_FLOAT_EQ(r.slider.getValue(), 30.0f);
-    mouse(r.slider, FL_DRAG, 1, 50 + 60, 30);
+    mouse(r.slider, hueloom_test::drag, 1, 50 + 60, 30);
     EXPECT_FLOAT_EQ(r.slider.getValue(), 60.0f);
     // Shift moves a tenth as far, and the handle doesn't jump back when Shift is let go.
-    mouse(r.slider, FL_DRAG, 1, 50 + 80, 30, FL_SHIFT);
+    mouse(r.slider, hueloom_test::drag, 1, 50 + 80, 30, hueloom_test::shift);
     EXPECT_NEAR(r.slider.getValue(), 62.0f, 1e-4f);
-    mouse(r.slider, FL_DRAG, 1, 50 + 90, 30);
+    mouse(r.slider, hueloom_test::drag, 1, 50 + 90, 30);
     EXPECT_NEAR(r.slider.getValue(), 72.0f, 1e-4f);
-    mouse(r.slider, FL_DRAG, 1, 50 + 900, 30);
+    mouse(r.slider, hueloom_test::drag, 1, 50 + 900, 30);
     EXPECT_EQ(r.slider.getValue(), 200.0f);
-    mouse(r.slider, FL_RELEASE, 1, 50 + 900, 30);
+    mouse(r.slider, hueloom_test::release, 1, 50 + 900, 30);
     EXPECT_EQ(r.heard.take(), "bvvvvve");
 }
 
@@ -41,15 +41,15 @@ TEST(RoundedGreySlider, RightClickAltClickAndTheWheelAreOneGestureEach)
 {
     slider_rig r;
     r.slider.setValue(37.0f);
-    EXPECT_EQ(mouse(r.slider, FL_PUSH, 3, 50 + 250, 30), 1);
+    EXPECT_EQ(mouse(r.slider, hueloom_test::press, 3, 50 + 250, 30), 1);
     EXPECT_EQ(r.slider.getValue(), 100.0f);
     EXPECT_EQ(r.heard.take(), "bve");
     // At the default already: taken, but no empty step.
-    EXPECT_EQ(mouse(r.slider, FL_PUSH, 3, 50 + 10, 30), 1);
+    EXPECT_EQ(mouse(r.slider, hueloom_test::press, 3, 50 + 10, 30), 1);
     EXPECT_EQ(r.heard.take(), "");
 
     r.slider.setValue(5.0f);
-    EXPECT_EQ(mouse(r.slider, FL_PUSH, 1, 50 + 180, 30, FL_ALT), 1);
+    EXPECT_EQ(mouse(r.slider, hueloom_test::press, 1, 50 + 180, 30, hueloom_test::alt), 1);
     EXPECT_EQ(r.slider.getValue(), 100.0f);
     EXPECT_EQ(r.heard.take(), "bve");
 
