@@ -60,27 +60,13 @@ template <rgba_depth In, rgba_depth Out>
         apply_row_sse2(table, In, in, Out, out, count - i);
 }
 
-template <rgba_depth In>
-void apply_row_from(const argb_float* table, rgba_depth out_depth, const std::byte* in, std::byte* out,
-                    std::size_t count)
-{
-    switch (out_depth) {
-    case rgba_depth::u8: return apply_row<In, rgba_depth::u8>(table, in, out, count);
-    case rgba_depth::u16: return apply_row<In, rgba_depth::u16>(table, in, out, count);
-    case rgba_depth::f32: return apply_row<In, rgba_depth::f32>(table, in, out, count);
-    }
-}
-
 }  // namespace
 
 void apply_row_avx2(const argb_float* table, rgba_depth in_depth, const std::byte* in, rgba_depth out_depth,
                     std::byte* out, std::size_t count)
 {
-    switch (in_depth) {
-    case rgba_depth::u8: return apply_row_from<rgba_depth::u8>(table, out_depth, in, out, count);
-    case rgba_depth::u16: return apply_row_from<rgba_depth::u16>(table, out_depth, in, out, count);
-    case rgba_depth::f32: return apply_row_from<rgba_depth::f32>(table, out_depth, in, out, count);
-    }
+    with_depths(in_depth, out_depth,
+                [&]<rgba_depth In, rgba_depth Out>() { apply_row<In, Out>(table, in, out, count); });
 }
 
 }  // namespace vl1::detail

@@ -10,6 +10,25 @@
 
 namespace vl1::detail {
 
+/// Turns the run-time depths of a row into the compile-time pair a kernel is built for:
+/// calls `row.template operator()<In, Out>()`.
+template <typename Row>
+void with_depths(rgba_depth in_depth, rgba_depth out_depth, Row&& row)
+{
+    const auto with_out = [&]<rgba_depth In>() {
+        switch (out_depth) {
+        case rgba_depth::u8: return row.template operator()<In, rgba_depth::u8>();
+        case rgba_depth::u16: return row.template operator()<In, rgba_depth::u16>();
+        case rgba_depth::f32: return row.template operator()<In, rgba_depth::f32>();
+        }
+    };
+    switch (in_depth) {
+    case rgba_depth::u8: return with_out.template operator()<rgba_depth::u8>();
+    case rgba_depth::u16: return with_out.template operator()<rgba_depth::u16>();
+    case rgba_depth::f32: return with_out.template operator()<rgba_depth::f32>();
+    }
+}
+
 /// One pixel per SSE2 register; any x86-64 CPU.
 void apply_row_sse2(const argb_float* table, rgba_depth in_depth, const std::byte* in, rgba_depth out_depth,
                     std::byte* out, std::size_t count);
