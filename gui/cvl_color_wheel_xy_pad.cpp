@@ -11,7 +11,7 @@
 namespace vl1::gui {
 
 CVLColorWheelXYPad::CVLColorWheelXYPad(int x, int y, int w, int h, control_listener* listener, int32_t tag)
-    : Fl_Widget(x, y, w, h), CVLControl(listener, tag, wheel::value_min, wheel::value_max)
+    : pointer_control(x, y, w, h, listener, tag, wheel::value_min, wheel::value_max)
 {
     box(FL_NO_BOX);
     CVLControl::setValue(wheel::centre_value);
@@ -87,14 +87,6 @@ bool CVLColorWheelXYPad::hit(int px, int py) const
     return wheel::hits(px, py, x(), y(), w(), h(), max_radius);
 }
 
-void CVLColorWheelXYPad::invalidate()
-{
-    if (parent() != nullptr)
-        parent()->damage(FL_DAMAGE_ALL, x(), y(), w(), h());
-    else
-        redraw();
-}
-
 void CVLColorWheelXYPad::draw()
 {
     canvas cr;
@@ -164,20 +156,6 @@ int CVLColorWheelXYPad::on_pointer(const pointer_event& e)
         return 0;  // the panel's scroller takes it
     }
     return 0;
-}
-
-int CVLColorWheelXYPad::handle(int event)
-{
-    if (const auto pointer = read_pointer_event(event))
-        return on_pointer(*pointer);
-    switch (event) {
-    case FL_ACTIVATE:
-    case FL_DEACTIVATE:
-        invalidate();
-        return Fl_Widget::handle(event);
-    default:
-        return Fl_Widget::handle(event);
-    }
 }
 
 }  // namespace vl1::gui

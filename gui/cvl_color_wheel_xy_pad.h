@@ -6,20 +6,18 @@
 // on valueChanged the listener reads get_angle() and get_strength().
 #pragma once
 
-#include <FL/Fl_Widget.H>
 
 #include <memory>
 
 #include "framework/uid.h"
 #include "gui/color_wheel_math.h"
-#include "gui/control.h"
-#include "gui/pointer_event.h"
+#include "gui/pointer_control.h"
 
 namespace vl1::gui {
 
 class CVLBitmap;
 
-class CVLColorWheelXYPad : public Fl_Widget, public CVLControl {
+class CVLColorWheelXYPad : public pointer_control {
 public:
     /// Starts at the centre, with the editor's ring marker: 12 points, a line 3 wide in
     /// (87, 87, 87), no fill. The reach is set for a frame of 2.5 first, so max_radius is
@@ -55,16 +53,12 @@ public:
     /// The round picture takes clicks; the corners of its square don't.
     bool hit(int px, int py) const;
 
-    /// Asks for a redraw of the control together with what lies beneath it: the control
-    /// has no background of its own.
-    void invalidate();
     void draw() override;
     /// Left button: the point jumps under the mouse and follows it until release. Right
     /// button alone: back to the centre as one gesture, unconsumed at the centre. The mouse
     /// wheel is left to the panel's scroller.
-    int handle(int event) override;
     /// The same gestures, from a pointer event; 1 when the event was taken.
-    int on_pointer(const pointer_event& e);
+    int on_pointer(const pointer_event& e) override;
 
 private:
     void move_to(int mouse_x, int mouse_y);

@@ -34,8 +34,7 @@ std::string formatted(const char* format, float v, const std::string& unit)
 CVLRoundedGreySlider::CVLRoundedGreySlider(int x, int y, int w, int h, control_listener* listener, int32_t tag,
                                            int handle_min, int handle_max, std::shared_ptr<CVLBitmap> handle,
                                            const std::string& name, float min, float max, float default_value)
-    : Fl_Widget(x, y, w, h),
-      CVLControl(listener, tag, min, max),
+    : pointer_control(x, y, w, h, listener, tag, min, max),
       handle_min(handle_min),
       handle_max(handle_max),
       handle_picture(std::move(handle)),
@@ -148,28 +147,6 @@ int CVLRoundedGreySlider::on_pointer(const pointer_event& e)
     }
     }
     return 0;
-}
-
-int CVLRoundedGreySlider::handle(int event)
-{
-    if (const auto pointer = read_pointer_event(event))
-        return on_pointer(*pointer);
-    switch (event) {
-    case FL_ACTIVATE:
-    case FL_DEACTIVATE:
-        invalidate();
-        return Fl_Widget::handle(event);
-    default:
-        return Fl_Widget::handle(event);
-    }
-}
-
-void CVLRoundedGreySlider::invalidate()
-{
-    if (parent() != nullptr)
-        parent()->damage(FL_DAMAGE_ALL, x(), y(), w(), h());
-    else
-        redraw();
 }
 
 void CVLRoundedGreySlider::draw()

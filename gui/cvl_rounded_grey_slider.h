@@ -7,20 +7,18 @@
 // and each step of the mouse wheel are one gesture each.
 #pragma once
 
-#include <FL/Fl_Widget.H>
 #include <cairo/cairo.h>
 
 #include <memory>
 #include <string>
 
-#include "gui/control.h"
-#include "gui/pointer_event.h"
+#include "gui/pointer_control.h"
 
 namespace vl1::gui {
 
 class CVLBitmap;
 
-class CVLRoundedGreySlider : public Fl_Widget, public CVLControl {
+class CVLRoundedGreySlider : public pointer_control {
 public:
     /// Offset of the track and the handle below the view's top, in points; the texts sit above.
     static constexpr int track_offset = 14;
@@ -43,15 +41,11 @@ public:
     /// Left edge of the handle, in window points, for a value of `normalized` (0..1).
     int handle_left(float normalized) const;
 
-    /// Asks for a redraw of the control together with what lies beneath it: the control
-    /// has no background of its own.
-    void invalidate();
     void draw() override;
-    int handle(int event) override;
     /// Left button: the handle jumps under the mouse and follows it until release, a tenth as
     /// far with Shift. Right button, or Alt and the left: the default as one gesture. The
     /// wheel: a step per notch, up and right raising the value. 1 when the event was taken.
-    int on_pointer(const pointer_event& e);
+    int on_pointer(const pointer_event& e) override;
 
 private:
     float normalized_under_mouse(int mouse_x) const;
