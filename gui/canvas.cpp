@@ -8,12 +8,14 @@
 
 #include <cmath>
 
+#include "gui/zoom.h"
+
 // Last: the layout of an X region, whose macros (MIN, MAX, TRUE) nothing below uses.
 #include <X11/Xregion.h>
 
 namespace vl1::gui {
 
-canvas::canvas()
+canvas::canvas(const Fl_Widget* widget)
 {
     const Fl_Window* w = Fl_Window::current();
     const int width = w != nullptr ? w->w() : 1;
@@ -33,6 +35,8 @@ canvas::canvas()
         }
     }
     cairo_clip(context);
+    const double zoom = zoom_of(widget);
+    cairo_scale(context, zoom, zoom);
 }
 
 canvas::~canvas()

@@ -1,15 +1,19 @@
 // A cairo context on the drawable the toolkit is drawing into, for anti-aliased shapes and
-// scaled pictures. Made inside a widget's draw(), gone at the end of it.
+// scaled pictures. Made inside a widget's draw(), gone at the end of it. It works in points:
+// scaled by the zoom of the widget's frame.
 #pragma once
 
 #include <cairo/cairo.h>
+
+class Fl_Widget;
 
 namespace vl1::gui {
 
 class canvas {
 public:
-    /// Clipped to the toolkit's current clip region, rectangle by rectangle.
-    canvas();
+    /// Clipped to the toolkit's current clip region, rectangle by rectangle, and scaled from
+    /// points to pixels by the zoom of the frame that holds `widget`.
+    explicit canvas(const Fl_Widget* widget);
     ~canvas();
     canvas(const canvas&) = delete;
     canvas& operator=(const canvas&) = delete;

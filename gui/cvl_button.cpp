@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "gui/canvas.h"
+#include "gui/zoom.h"
 
 namespace vl1::gui {
 
@@ -28,19 +29,20 @@ bool CVLButton::setValue(float v)
 
 void CVLButton::draw_pictures(cairo_t* cr, const CVLBitmap* icon_sheet)
 {
+    const point_box b = points_of(this);
     const CVLBitmap* ground = !active_r() && disabled_background ? disabled_background.get() : background.get();
     if (ground != nullptr)
-        ground->draw(cr, x(), y(), w(), h(), 0, pressed ? ground->height() / 2 : 0);
+        ground->draw(cr, b.x, b.y, b.w, b.h, 0, pressed ? ground->height() / 2 : 0);
     if (icon_sheet != nullptr && !icon_sheet->empty()) {
         const double iw = icon_sheet->width() / 2, ih = icon_sheet->height() / 2;
-        const double ix = std::floor(x() + (w() - iw) / 2 + 0.5), iy = std::floor(y() + (h() - ih) / 2 + 0.5);
+        const double ix = std::floor(b.x + (b.w - iw) / 2 + 0.5), iy = std::floor(b.y + (b.h - ih) / 2 + 0.5);
         icon_sheet->draw(cr, ix, iy, iw, ih, hovered ? iw : 0, on ? ih : 0, active_r() ? 1.0 : 0.5);
     }
 }
 
 void CVLButton::draw()
 {
-    canvas cr;
+    canvas cr(this);
     draw_pictures(cr, icon.get());
 }
 

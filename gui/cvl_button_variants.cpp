@@ -4,6 +4,7 @@
 
 #include "gui/canvas.h"
 #include "gui/cvl_button.h"
+#include "gui/zoom.h"
 
 namespace vl1::gui {
 
@@ -22,8 +23,9 @@ void CVLRoundedGreyButton::setRightIcon(std::shared_ptr<CVLBitmap> picture, floa
 
 void CVLRoundedGreyButton::draw()
 {
-    canvas cr;
-    cr.rounded_rect(x() + 0.5, y() + 0.5, w() - 1.0, h() - 1.0, h() * 0.5);
+    canvas cr(this);
+    const point_box b = points_of(this);
+    cr.rounded_rect(b.x + 0.5, b.y + 0.5, b.w - 1.0, b.h - 1.0, b.h * 0.5);
     if (is_pressed())
         cr.set_colour(130, 130, 130);
     else
@@ -41,15 +43,15 @@ void CVLRoundedGreyButton::draw()
         cr.set_colour(255, 255, 255);
     else
         cr.set_colour(200, 200, 200);
-    const double left = x() + (w() - text.x_advance) / 2;
-    cairo_move_to(cr, left, y() + (h() - text.height) / 2 - text.y_bearing);
+    const double left = b.x + (b.w - text.x_advance) / 2;
+    cairo_move_to(cr, left, b.y + (b.h - text.height) / 2 - text.y_bearing);
     cairo_show_text(cr, title.c_str());
 
     if (right_icon && !right_icon->empty()) {
         // In the middle of the room behind the title, but never past the right edge.
-        double ix = left + text.x_advance + (x() + w() - left - text.x_advance) * 0.5 + 5;
-        ix = std::min(ix, x() + w() - right_icon->width());
-        right_icon->draw(cr, ix, y() + (h() - right_icon->height()) / 2, right_icon->width(), right_icon->height(), 0, 0,
+        double ix = left + text.x_advance + (b.x + b.w - left - text.x_advance) * 0.5 + 5;
+        ix = std::min(ix, b.x + b.w - right_icon->width());
+        right_icon->draw(cr, ix, b.y + (b.h - right_icon->height()) / 2, right_icon->width(), right_icon->height(), 0, 0,
                          right_icon_alpha);
     }
 }
@@ -98,7 +100,7 @@ void CBlinkingButton::timer_tick(void* self)
 
 void CBlinkingButton::draw()
 {
-    canvas cr;
+    canvas cr(this);
     draw_pictures(cr, blinking && showing_second && second_icon ? second_icon.get() : icon.get());
 }
 

@@ -7,6 +7,7 @@
 
 #include "gui/canvas.h"
 #include "gui/cvl_bitmap.h"
+#include "gui/zoom.h"
 
 namespace vl1::gui {
 
@@ -53,7 +54,7 @@ void CVLColorWheelXYPad::setRoundRectRadius(double radius)
         marker_size = radius;
         invalidate();
     }
-    max_radius = wheel::max_radius_for(radius, frame_width, w());
+    max_radius = wheel::max_radius_for(radius, frame_width, points_of(this).w);
 }
 
 void CVLColorWheelXYPad::setFrameWidth(double width)
@@ -82,18 +83,20 @@ void CVLColorWheelXYPad::set_fill_colour(int r, int g, int b, int a)
     invalidate();
 }
 
-bool CVLColorWheelXYPad::hit(int px, int py) const
+bool CVLColorWheelXYPad::hit(double px, double py) const
 {
-    return wheel::hits(px, py, x(), y(), w(), h(), max_radius);
+    const point_box b = points_of(this);
+    return wheel::hits(px, py, b.x, b.y, b.w, b.h, max_radius);
 }
 
 void CVLColorWheelXYPad::draw()
 {
-    canvas cr;
+    canvas cr(this);
+    const point_box b = points_of(this);
     if (background && !background->empty())
-        background->draw_stretched(cr, x(), y(), w(), h());
+        background->draw_stretched(cr, b.x, b.y, b.w, b.h);
     const wheel::point p = wheel::marker_point(getValue(), max_radius);
-    const double left = x() + (w() - marker_size) * p.x, top = y() + (h() - marker_size) * p.y;
+    const double left = b.x + (b.w - marker_size) * p.x, top = b.y + (b.h - marker_size) * p.y;
     const double half = marker_size / 2;
     cairo_set_antialias(cr, CAIRO_ANTIALIAS_DEFAULT);
     cairo_new_path(cr);
@@ -105,9 +108,10 @@ void CVLColorWheelXYPad::draw()
     cairo_stroke(cr);
 }
 
-void CVLColorWheelXYPad::move_to(int mouse_x, int mouse_y)
+void CVLColorWheelXYPad::move_to(double mouse_x, double mouse_y)
 {
-    const wheel::point p = wheel::point_under_mouse(mouse_x, mouse_y, x(), y(), w(), h(), marker_size);
+    const point_box b = points_of(this);
+    const wheel::point p = wheel::point_under_mouse(mouse_x, mouse_y, b.x, b.y, b.w, b.h, marker_size);
     if (setValue(wheel::pack(p)))
         notifyValueChanged();
 }

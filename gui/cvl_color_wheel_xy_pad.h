@@ -51,7 +51,7 @@ public:
     void set_fill_colour(int r, int g, int b, int a = 255);
 
     /// The round picture takes clicks; the corners of its square don't.
-    bool hit(int px, int py) const;
+    bool hit(double px, double py) const;
 
     void draw() override;
     /// Left button: the point jumps under the mouse and follows it until release. Right
@@ -61,7 +61,7 @@ public:
     int on_pointer(const pointer_event& e) override;
 
 private:
-    void move_to(int mouse_x, int mouse_y);
+    void move_to(double mouse_x, double mouse_y);
     bool reset_to_centre();
 
     uid angle_tag{"Angle"};

@@ -7,6 +7,7 @@
 #include "gui/canvas.h"
 #include "gui/display_pixels.h"
 #include "gui/monitor_profile.h"
+#include "gui/zoom.h"
 
 namespace vl1::gui {
 
@@ -83,10 +84,11 @@ void CVLImagePreview::draw()
 {
     if (shown == nullptr)
         return;
-    canvas cr;
+    canvas cr(this);
+    const point_box b = points_of(this);
     const int pw = cairo_image_surface_get_width(shown), ph = cairo_image_surface_get_height(shown);
-    cairo_translate(cr, x(), y());
-    cairo_scale(cr, double(w()) / pw, double(h()) / ph);
+    cairo_translate(cr, b.x, b.y);
+    cairo_scale(cr, b.w / pw, b.h / ph);
     cairo_set_source_surface(cr, shown, 0, 0);
     // Nearest above 1:1 so pixels stay pixels when zoomed in; filtered when reduced.
     cairo_pattern_set_filter(cairo_get_source(cr), w() >= pw ? CAIRO_FILTER_NEAREST : CAIRO_FILTER_GOOD);

@@ -86,12 +86,15 @@ public:
 private:
     bool handle_zoom_key();
     void zoom_around(double new_zoom, int mouse_x, int mouse_y);
+    /// Screen pixels a picture pixel takes: the zoom times the frame's pixels per point.
+    double pixels_per_picture_pixel() const;
     void pan_to(double px, double py);
     static void on_scrollbar(Fl_Widget* bar, void* self);
 
     CVLImagePreview* content;
     Fl_Scrollbar* horizontal;
     Fl_Scrollbar* vertical;
+    int bar_width = 16;  // pixels
     double zoom_factor = 0.0;  // content pixels to points; 0 until the first picture fits it
     double position_x = 0.5, position_y = 0.5;
     int drag_x = 0, drag_y = 0;

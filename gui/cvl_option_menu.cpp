@@ -4,6 +4,7 @@
 #include <FL/fl_draw.H>
 
 #include "gui/canvas.h"
+#include "gui/zoom.h"
 
 namespace vl1::gui {
 namespace {
@@ -60,7 +61,7 @@ CVLOptionMenu::CVLOptionMenu(int x, int y, int w, int h, control_listener* liste
     selection_color(list_frame);
     textcolor(fl_rgb_color(200, 200, 200));
     textfont(FL_HELVETICA);
-    textsize(12);
+    textsize(to_pixels(12, zoom_of(this)));
     clear_visible_focus();
 }
 
@@ -141,7 +142,7 @@ void CVLOptionMenu::rebuild_items()
 
 bool CVLOptionMenu::in_mouseable_area() const
 {
-    return mouseable_from_right <= 0 || Fl::event_x() >= x() + w() - mouseable_from_right;
+    return mouseable_from_right <= 0 || Fl::event_x() >= x() + w() - to_pixels(mouseable_from_right, zoom_of(this));
 }
 
 void CVLOptionMenu::open_list()
@@ -164,16 +165,20 @@ void CVLOptionMenu::open_list()
 
 void CVLOptionMenu::draw()
 {
-    canvas cr;
-    const auto& shown = open && pressed_picture ? pressed_picture : picture;
-    if (shown)
-        shown->draw(cr, x(), y(), w(), h());
+    {
+        canvas cr(this);
+        const point_box b = points_of(this);
+        const auto& shown = open && pressed_picture ? pressed_picture : picture;
+        if (shown)
+            shown->draw(cr, b.x, b.y, b.w, b.h);
+    }
     if (!title_visible || getCurrent() == nullptr)
         return;
+    const double zoom = zoom_of(this);
     fl_font(textfont(), textsize());
     fl_color(textcolor());
-    fl_draw(labels[static_cast<std::size_t>(current)].c_str(), x() + 5, y(), w() - 25, h(),
-            FL_ALIGN_LEFT | FL_ALIGN_INSIDE | FL_ALIGN_CLIP);
+    fl_draw(labels[static_cast<std::size_t>(current)].c_str(), x() + to_pixels(5, zoom), y(),
+            w() - to_pixels(25, zoom), h(), FL_ALIGN_LEFT | FL_ALIGN_INSIDE | FL_ALIGN_CLIP);
 }
 
 int CVLOptionMenu::handle(int event)

@@ -2,9 +2,11 @@
 
 #include <FL/fl_draw.H>
 
+#include <algorithm>
 #include <cmath>
 
 #include "gui/canvas.h"
+#include "gui/zoom.h"
 
 namespace vl1::gui {
 
@@ -12,16 +14,19 @@ CVLPanel::CVLPanel(int x, int y, int w, int h, std::shared_ptr<CCachedNinePartTi
     : Fl_Group(x, y, w, h), background(std::move(background))
 {
     box(FL_NO_BOX);
-    if (this->background)
-        this->background->render_size(w, h);
+    if (this->background) {
+        const point_box b = points_of(this);
+        this->background->render_size(b.w, b.h, std::max(2.0, zoom_of(this)));
+    }
 }
 
 void CVLPanel::draw()
 {
     if ((damage() & ~FL_DAMAGE_CHILD) != 0) {
         if (background) {
-            canvas cr;
-            background->draw(cr, x(), y(), w(), h());
+            canvas cr(this);
+            const point_box b = points_of(this);
+            background->draw(cr, b.x, b.y, b.w, b.h);
         }
         draw_children();
         return;
@@ -35,8 +40,9 @@ void CVLPanel::draw()
         if (background) {
             fl_push_clip(c.x(), c.y(), c.w(), c.h());
             {
-                canvas cr;
-                background->draw(cr, x(), y(), w(), h());
+                canvas cr(this);
+                const point_box b = points_of(this);
+                background->draw(cr, b.x, b.y, b.w, b.h);
             }
             fl_pop_clip();
         }
@@ -45,16 +51,19 @@ void CVLPanel::draw()
 }
 
 CVLPicture::CVLPicture(int x, int y, std::shared_ptr<CVLBitmap> picture)
-    : Fl_Widget(x, y, static_cast<int>(std::ceil(picture->width())), static_cast<int>(std::ceil(picture->height()))),
-      picture(std::move(picture))
+    : Fl_Widget(x, y, 1, 1), picture(std::move(picture))
 {
     box(FL_NO_BOX);
+    const double zoom = zoom_of(this);
+    size(static_cast<int>(std::ceil(this->picture->width() * zoom)),
+         static_cast<int>(std::ceil(this->picture->height() * zoom)));
 }
 
 void CVLPicture::draw()
 {
-    canvas cr;
-    picture->draw(cr, x(), y(), picture->width(), picture->height());
+    canvas cr(this);
+    const point_box b = points_of(this);
+    picture->draw(cr, b.x, b.y, picture->width(), picture->height());
 }
 
 }  // namespace vl1::gui

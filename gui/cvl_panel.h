@@ -24,7 +24,7 @@ private:
 
 class CVLPicture : public Fl_Widget {
 public:
-    /// As large as `picture` in points.
+    /// As large as `picture` in points, at (`x`, `y`) pixels.
     CVLPicture(int x, int y, std::shared_ptr<CVLBitmap> picture);
 
     void draw() override;

@@ -13,10 +13,12 @@
 #include "gui/cvl_panel.h"
 #include "gui/cvl_text.h"
 #include "gui/window.h"
+#include "gui/zoom.h"
 
 namespace vl1::gui {
 namespace {
 
+// In points.
 constexpr int edge_margin = 20;
 constexpr int gap = 4;
 constexpr int button_width = 23, button_height = 22;
@@ -35,6 +37,7 @@ CVLPluginToolbar::CVLPluginToolbar(int x, int y, int w, int h, std::weak_ptr<ico
                                    std::weak_ptr<vl1::window> editor_window)
     : Fl_Group(x, y, w, h), preset_manager(component), component(component), editor_window(std::move(editor_window))
 {
+    zoom = zoom_of(this);
     if (auto owner = component.lock(); owner && owner->get_host())
         language = owner->get_host()->get_language();
     const int row = h / 2;
@@ -57,10 +60,10 @@ void CVLPluginToolbar::build_upper_row(int left, int top, int width, int row)
 {
     upper = new CVLPanel(left, top, width, row, row_background("panel_top.png"));
     auto logo = std::make_shared<CVLBitmap>("logo_small.png", 2.0);
-    auto* logo_view = new CVLPicture(left + edge_margin, top, logo);
-    logo_view->position(left + edge_margin, top + (row - logo_view->h()) / 2);
-    help_button = new CVLButton(left + width - edge_margin - button_width, top + (row - button_height) / 2,
-                                button_width, button_height, this, CVLControl::no_tag, CVLButton::style::kick,
+    auto* logo_view = new CVLPicture(left + px(edge_margin), top, logo);
+    logo_view->position(left + px(edge_margin), top + (row - logo_view->h()) / 2);
+    help_button = new CVLButton(left + width - px(edge_margin) - px(button_width), top + (row - px(button_height)) / 2,
+                                px(button_width), px(button_height), this, CVLControl::no_tag, CVLButton::style::kick,
                                 "button.png");
     help_button->set_icon(std::make_shared<CVLBitmap>("help.png", 2.0));
     help_button->tooltip(tooltip_text("{en:Open Manual}{de:Handbuch öffnen}"));
@@ -70,7 +73,7 @@ void CVLPluginToolbar::build_upper_row(int left, int top, int width, int row)
 CVLButton* CVLPluginToolbar::make_button(const char* background, const char* icon, int width, const char* tooltip,
                                          bool on_off)
 {
-    auto* button = new CVLButton(0, 0, width, button_height, this, CVLControl::no_tag,
+    auto* button = new CVLButton(0, 0, px(width), px(button_height), this, CVLControl::no_tag,
                                  on_off ? CVLButton::style::on_off : CVLButton::style::kick, background);
     button->set_icon(std::make_shared<CVLBitmap>(icon, 2.0));
     button->tooltip(tooltip_text(tooltip));
@@ -82,8 +85,8 @@ void CVLPluginToolbar::build_lower_row(int left, int top, int width, int row)
 {
     lower = new CVLPanel(left, top, width, row, row_background("panel_first.png"));
     auto menu_picture = std::make_shared<CVLBitmap>("preset_menu.png", 2.0);
-    preset_menu = new CVLOptionMenu(0, 0, static_cast<int>(menu_picture->width()),
-                                    static_cast<int>(menu_picture->height()), this, CVLControl::no_tag, menu_picture,
+    preset_menu = new CVLOptionMenu(0, 0, px(menu_picture->width()), px(menu_picture->height()), this,
+                                    CVLControl::no_tag, menu_picture,
                                     std::make_shared<CVLBitmap>("preset_menu_clicked.png", 2.0));
     preset_menu->set_title_visible(false);
     preset_menu->tooltip(tooltip_text("{en:Select preset}{de:Preset auswählen}"));
@@ -125,21 +128,21 @@ void CVLPluginToolbar::layout_lower_row(int left, int top, int width, int row)
         child->position(at_x, top + (row - child->h()) / 2);
         return at_x + child->w();
     };
-    int next = place(preset_menu, left + edge_margin);
-    preset_name_field->resize(preset_menu->x() + 2, preset_menu->y() + 2,
-                              preset_menu->w() - menu_handle_width - 1 - 2 - 2, preset_menu->h() - 4);
+    int next = place(preset_menu, left + px(edge_margin));
+    preset_name_field->resize(preset_menu->x() + px(2), preset_menu->y() + px(2),
+                              preset_menu->w() - px(menu_handle_width + 1 + 2 + 2), preset_menu->h() - px(4));
     preset_menu->set_mouseable_from_right(menu_handle_width);
-    next = left + preset_menu->w() + gap + edge_margin;
-    next = place(save_button, next) + gap;
-    next = place(delete_button, next) + gap;
+    next = left + preset_menu->w() + px(gap + edge_margin);
+    next = place(save_button, next) + px(gap);
+    next = place(delete_button, next) + px(gap);
     if (export_button != nullptr)
         place(export_button, next);
-    int right = left + width - edge_margin;
+    int right = left + width - px(edge_margin);
     for (CVLButton* button : {bypass_button, reset_button, close_button, redo_button, undo_button}) {
         if (button == nullptr)
             continue;
         place(button, right - button->w());
-        right -= button->w() + gap;
+        right -= button->w() + px(gap);
     }
 }
 

@@ -15,6 +15,7 @@
 
 #include "framework/localize.h"
 #include "gui/cview.h"
+#include "gui/zoom.h"
 #include "presets/preset_manager.h"
 
 namespace vl1::gui {
@@ -78,6 +79,8 @@ private:
     void export_lut();
     bool alert(const std::string& text, const std::string& second_button = "");
     std::string text(const std::string& localisable) const { return localize_text(language, localisable); }
+    /// `points` in pixels of the editor's frame.
+    int px(double points) const { return to_pixels(points, zoom); }
     const char* tooltip_text(const std::string& localisable) const;
 
     static void timer_callback(void* self);
@@ -87,6 +90,7 @@ private:
     bool timer_busy = false;
     bool timer_running = false;
     language_id language = language_id::en;
+    double zoom = 1.0;
     CVLPanel* upper = nullptr;
     CVLPanel* lower = nullptr;
     CVLButton* help_button = nullptr;

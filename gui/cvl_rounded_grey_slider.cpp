@@ -9,6 +9,7 @@
 
 #include "gui/canvas.h"
 #include "gui/cvl_bitmap.h"
+#include "gui/zoom.h"
 
 namespace vl1::gui {
 
@@ -53,18 +54,18 @@ bool CVLRoundedGreySlider::setValue(float v)
     return true;
 }
 
-int CVLRoundedGreySlider::handle_left(float normalized) const
+double CVLRoundedGreySlider::handle_left(float normalized) const
 {
-    return x() + handle_min + static_cast<int>(std::floor(normalized * static_cast<float>(handle_max - handle_min)));
+    return points_of(this).x + handle_min + std::floor(normalized * static_cast<float>(handle_max - handle_min));
 }
 
-float CVLRoundedGreySlider::normalized_under_mouse(int mouse_x) const
+float CVLRoundedGreySlider::normalized_under_mouse(double mouse_x) const
 {
     const double handle_width = handle_picture ? handle_picture->width() : 0.0;
     const int range = handle_max - handle_min;
     if (range <= 0)
         return 0.0f;
-    return static_cast<float>((mouse_x - x() - handle_min - handle_width / 2) / range);
+    return static_cast<float>((mouse_x - points_of(this).x - handle_min - handle_width / 2) / range);
 }
 
 void CVLRoundedGreySlider::set_and_notify(float v)
@@ -151,9 +152,10 @@ int CVLRoundedGreySlider::on_pointer(const pointer_event& e)
 
 void CVLRoundedGreySlider::draw()
 {
-    canvas cr;
+    canvas cr(this);
+    const point_box b = points_of(this);
     const double alpha = active_r() ? 1.0 : 0.5;
-    const double track_top = y() + track_offset, track_bottom = y() + h() - track_bottom_margin;
+    const double track_top = b.y + track_offset, track_bottom = b.y + b.h - track_bottom_margin;
     const double handle_width = handle_picture ? handle_picture->width() : 0.0;
 
     if (show_default_mark) {
@@ -169,7 +171,7 @@ void CVLRoundedGreySlider::draw()
 
     cairo_set_antialias(cr, CAIRO_ANTIALIAS_NONE);
     const double track_height = track_bottom - track_top;
-    cr.rounded_rect(x() + 0.5, track_top + 0.5, w() - 1.0, track_height - 1.0, track_height / 2);
+    cr.rounded_rect(b.x + 0.5, track_top + 0.5, b.w - 1.0, track_height - 1.0, track_height / 2);
     cr.set_colour(35, 35, 35, static_cast<int>(255 * alpha));
     cairo_fill_preserve(cr);
     cairo_set_line_width(cr, 1.0);
@@ -180,10 +182,10 @@ void CVLRoundedGreySlider::draw()
     if (handle_picture && !handle_picture->empty())
         handle_picture->draw(cr, handle_left(getValueNormalized()), track_top, handle_picture->width(),
                              handle_picture->height(), 0, 0, alpha);
-    draw_texts(cr);
+    draw_texts(cr, b);
 }
 
-void CVLRoundedGreySlider::draw_texts(cairo_t* cr) const
+void CVLRoundedGreySlider::draw_texts(cairo_t* cr, const point_box& b) const
 {
     cairo_select_font_face(cr, "DejaVu Sans", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
     cairo_set_font_size(cr, 10);
@@ -193,19 +195,19 @@ void CVLRoundedGreySlider::draw_texts(cairo_t* cr) const
         cairo_text_extents(cr, text.c_str(), &extents);
         const double start = align_right ? right - extents.x_advance : left;
         cairo_save(cr);
-        cairo_rectangle(cr, left, y(), right - left, track_offset);
+        cairo_rectangle(cr, left, b.y, right - left, track_offset);
         cairo_clip(cr);
-        cairo_move_to(cr, start, y() + (text_height - extents.height) / 2 - extents.y_bearing);
+        cairo_move_to(cr, start, b.y + (text_height - extents.height) / 2 - extents.y_bearing);
         cairo_show_text(cr, text.c_str());
         cairo_restore(cr);
         return extents.x_advance;
     };
     cairo_set_source_rgb(cr, grey, grey, grey);
-    show(formatted("%.2f%s", getMax(), unit), x() + w() - maximum_width, x() + w(), true);
-    const double name_advance = show(name + ":", x(), x() + name_width, false);
+    show(formatted("%.2f%s", getMax(), unit), b.x + b.w - maximum_width, b.x + b.w, true);
+    const double name_advance = show(name + ":", b.x, b.x + name_width, false);
     const double white = active_r() ? 1.0 : 0.6;
     cairo_set_source_rgb(cr, white, white, white);
-    show(formatted(" %.2f%s", getValue(), unit), x() + name_advance, x() + name_width, false);
+    show(formatted(" %.2f%s", getValue(), unit), b.x + name_advance, b.x + name_width, false);
 }
 
 }  // namespace vl1::gui

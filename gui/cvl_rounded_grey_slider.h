@@ -13,6 +13,7 @@
 #include <string>
 
 #include "gui/pointer_control.h"
+#include "gui/zoom.h"
 
 namespace vl1::gui {
 
@@ -39,7 +40,7 @@ public:
     bool setValue(float v) override;
 
     /// Left edge of the handle, in window points, for a value of `normalized` (0..1).
-    int handle_left(float normalized) const;
+    double handle_left(float normalized) const;
 
     void draw() override;
     /// Left button: the handle jumps under the mouse and follows it until release, a tenth as
@@ -48,12 +49,12 @@ public:
     int on_pointer(const pointer_event& e) override;
 
 private:
-    float normalized_under_mouse(int mouse_x) const;
+    float normalized_under_mouse(double mouse_x) const;
     void drag_to(const pointer_event& e);
     void change_as_gesture(float v);
     void wheel_step(int notches, bool fine);
     void set_and_notify(float v);
-    void draw_texts(cairo_t* cr) const;
+    void draw_texts(cairo_t* cr, const point_box& b) const;
 
     int handle_min, handle_max;
     std::shared_ptr<CVLBitmap> handle_picture;
@@ -67,7 +68,7 @@ private:
     // While dragging: how far the handle lags the mouse (normalised), so that a fine move
     // with Shift never makes it jump, and the mouse's last x.
     float mouse_offset = 0.0f;
-    int last_mouse_x = 0;
+    double last_mouse_x = 0;
 };
 
 }  // namespace vl1::gui

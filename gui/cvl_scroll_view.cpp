@@ -6,11 +6,12 @@
 #include <cmath>
 
 #include "gui/cvl_image_preview.h"
+#include "gui/zoom.h"
 
 namespace vl1::gui {
 namespace {
 
-constexpr int bar_width = 16;
+constexpr double bar_points = 16;
 constexpr int bar_steps = 10000;  // scroll bar positions; the bars work in integers
 
 double clamp_zoom(double z) { return std::clamp(z, CVLScrollView::min_zoom, CVLScrollView::max_zoom); }
@@ -23,6 +24,7 @@ CVLScrollView::CVLScrollView(int x, int y, int w, int h, CVLImagePreview* conten
     box(FL_FLAT_BOX);
     color(FL_BLACK);
     add(content);
+    bar_width = to_pixels(bar_points, zoom_of(this));
     horizontal = new Fl_Scrollbar(x, y + h - bar_width, w - bar_width, bar_width);
     horizontal->type(FL_HORIZONTAL);
     vertical = new Fl_Scrollbar(x + w - bar_width, y, bar_width, h - bar_width);
@@ -41,7 +43,9 @@ double CVLScrollView::fit_factor() const
     content->get_image_rect(iw, ih);
     if (iw <= 0 || ih <= 0)
         return 1.0;
-    const double rw = w(), rh = h();
+    // The view in points: a zoom of 1 shows a picture pixel as a point.
+    const double device = zoom_of(this);
+    const double rw = w() / device, rh = h() / device;
     double f = 0;
     if (iw <= ih) {
         f = rh / ih;
@@ -54,6 +58,8 @@ double CVLScrollView::fit_factor() const
     }
     return f;
 }
+
+double CVLScrollView::pixels_per_picture_pixel() const { return zoom_factor * zoom_of(this); }
 
 void CVLScrollView::set_zoom(double z)
 {
@@ -68,7 +74,8 @@ void CVLScrollView::relayout_content()
 {
     int iw = 0, ih = 0;
     content->get_image_rect(iw, ih);
-    const int cw = static_cast<int>(std::lround(iw * zoom_factor)), ch = static_cast<int>(std::lround(ih * zoom_factor));
+    const double scale = pixels_per_picture_pixel();
+    const int cw = static_cast<int>(std::lround(iw * scale)), ch = static_cast<int>(std::lround(ih * scale));
     // A bar takes room only where the picture overhangs the view.
     const bool need_h = cw > w(), need_v = ch > h();
     const int vw = w() - (need_v ? bar_width : 0), vh = h() - (need_h ? bar_width : 0);
@@ -121,12 +128,14 @@ void CVLScrollView::zoom_around(double new_zoom, int mouse_x, int mouse_y)
     if (new_zoom == zoom_factor || zoom_factor <= 0.0)
         return;
     // The picture point under the mouse stays under it.
-    const double px = (mouse_x - content->x()) / zoom_factor, py = (mouse_y - content->y()) / zoom_factor;
+    const double old_scale = pixels_per_picture_pixel();
+    const double px = (mouse_x - content->x()) / old_scale, py = (mouse_y - content->y()) / old_scale;
     int iw = 0, ih = 0;
     content->get_image_rect(iw, ih);
     zoom_factor = new_zoom;
-    const double overhang_x = iw * new_zoom - w(), overhang_y = ih * new_zoom - h();
-    const double left = mouse_x - x() - px * new_zoom, top = mouse_y - y() - py * new_zoom;
+    const double scale = pixels_per_picture_pixel();
+    const double overhang_x = iw * scale - w(), overhang_y = ih * scale - h();
+    const double left = mouse_x - x() - px * scale, top = mouse_y - y() - py * scale;
     pan_to(overhang_x > 0 ? -left / overhang_x : position_x, overhang_y > 0 ? -top / overhang_y : position_y);
 }
 
@@ -181,7 +190,8 @@ int CVLScrollView::handle(int event)
             return Fl_Group::handle(event);
         int iw = 0, ih = 0;
         content->get_image_rect(iw, ih);
-        const double overhang_x = iw * zoom_factor - w(), overhang_y = ih * zoom_factor - h();
+        const double overhang_x = iw * pixels_per_picture_pixel() - w();
+        const double overhang_y = ih * pixels_per_picture_pixel() - h();
         pan_to(overhang_x > 0 ? drag_position_x - (Fl::event_x() - drag_x) / overhang_x : position_x,
                overhang_y > 0 ? drag_position_y - (Fl::event_y() - drag_y) / overhang_y : position_y);
         return 1;

@@ -4,13 +4,15 @@
 #include <FL/Fl_Group.H>
 #include <FL/fl_draw.H>
 
+#include "gui/zoom.h"
+
 namespace vl1::gui {
 
 CVLTextEdit::CVLTextEdit(int x, int y, int w, int h, Fl_Widget* under) : Fl_Input(x, y, w, h), under(under)
 {
     box(FL_NO_BOX);
     textfont(FL_HELVETICA);
-    textsize(12);
+    textsize(to_pixels(12, zoom_of(this)));
     cursor_color(fl_rgb_color(200, 200, 200));
     selection_color(fl_rgb_color(100, 100, 100));
     when(FL_WHEN_NEVER);
@@ -52,7 +54,7 @@ CVLTextLabel::CVLTextLabel(int x, int y, int w, int h, const std::string& text) 
 {
     box(FL_NO_BOX);
     labelfont(FL_HELVETICA);
-    labelsize(12);
+    labelsize(to_pixels(12, zoom_of(this)));
     labelcolor(fl_rgb_color(200, 200, 200));
 }
 
@@ -74,7 +76,9 @@ void CVLTextLabel::draw()
 {
     fl_font(labelfont(), labelsize());
     fl_color(labelcolor());
-    fl_draw(text.c_str(), x() + 5, y(), w() - 5, h(), FL_ALIGN_LEFT | FL_ALIGN_INSIDE | FL_ALIGN_CLIP, nullptr, 0);
+    const int indent = to_pixels(5, zoom_of(this));
+    fl_draw(text.c_str(), x() + indent, y(), w() - indent, h(), FL_ALIGN_LEFT | FL_ALIGN_INSIDE | FL_ALIGN_CLIP, nullptr,
+            0);
 }
 
 }  // namespace vl1::gui

@@ -27,6 +27,20 @@ void choose_dialog_kind()
     Fl::option(Fl::OPTION_FNFC_USES_GTK, desktop);
 }
 
+/// The toolkit's own chooser has a fixed layout made for the toolkit's normal text size; at a
+/// desktop scale above 1 the editor's larger texts would outgrow it, so while it is made and
+/// shown the text size is the normal one again.
+class normal_text_size {
+public:
+    normal_text_size() { FL_NORMAL_SIZE = 14; }
+    ~normal_text_size() { FL_NORMAL_SIZE = editor_size; }
+    normal_text_size(const normal_text_size&) = delete;
+    normal_text_size& operator=(const normal_text_size&) = delete;
+
+private:
+    Fl_Fontsize editor_size = FL_NORMAL_SIZE;
+};
+
 std::string run(Fl_Native_File_Chooser& chooser)
 {
     switch (chooser.show()) {
@@ -59,6 +73,7 @@ std::string filter_label(const std::string& filters, int index)
 std::string choose_folder(const std::string& title)
 {
     choose_dialog_kind();  // before the chooser is made: it picks its kind when made
+    const normal_text_size text_size;
     Fl_Native_File_Chooser chooser(Fl_Native_File_Chooser::BROWSE_DIRECTORY);
     chooser.title(title.c_str());
     // Theme folders are the user's own; the dialog starts at home rather than in the
@@ -71,6 +86,7 @@ std::string choose_folder(const std::string& title)
 std::string choose_save_file(const std::string& title, const std::string& filters, std::string& chosen_filter)
 {
     choose_dialog_kind();
+    const normal_text_size text_size;
     Fl_Native_File_Chooser chooser(Fl_Native_File_Chooser::BROWSE_SAVE_FILE);
     chooser.title(title.c_str());
     chooser.filter(filters.c_str());

@@ -23,6 +23,7 @@
 #include "gui/monitor_profile.h"
 #include "gui/window.h"
 #include "gui/x11_session.h"
+#include "gui/zoom.h"
 #include "themes/hueloom_vault.h"
 
 namespace vl1::gui {
@@ -36,10 +37,10 @@ std::shared_ptr<CCachedNinePartTiledBitmap> nine_part(const char* name)
 }
 
 /// The editor's frame: takes the keys that no control used.
-class editor_frame : public Fl_Group {
+class editor_frame : public zoomed_frame {
 public:
-    editor_frame(int w, int h, std::function<int(int, bool, bool)> on_key)
-        : Fl_Group(0, 0, w, h), on_key(std::move(on_key))
+    editor_frame(int w, int h, double zoom, std::function<int(int, bool, bool)> on_key)
+        : zoomed_frame(0, 0, w, h, zoom), on_key(std::move(on_key))
     {
         box(FL_FLAT_BOX);
         color(editor_grey);
@@ -85,6 +86,8 @@ std::shared_ptr<hueloom> hueloom_ui::effect() const { return std::dynamic_pointe
 
 std::string hueloom_ui::text(const std::string& localisable) const { return localize_text(language, localisable); }
 
+int hueloom_ui::px(double points) const { return to_pixels(points, zoom); }
+
 void hueloom_ui::init_view()
 {
     fltk_window* target = editor_window();
@@ -92,6 +95,8 @@ void hueloom_ui::init_view()
         return;
     Fl_Double_Window* w = target->content();
     const int width = w->w(), height = w->h();
+    // The window is sized in pixels; the layout below is in points, the desktop's scale apart.
+    zoom = iutils::get_instance().get_dpi_scale();
     if (auto owner = component.lock(); owner && owner->get_host())
         language = owner->get_host()->get_language();
     // The toolkit's colours are the editor's own (its copy of the toolkit serves no one
@@ -101,21 +106,23 @@ void hueloom_ui::init_view()
     Fl::foreground(200, 200, 200);
     Fl::set_color(FL_SELECTION_COLOR, 100, 100, 100);
     Fl_Tooltip::delay(4.0f);
+    // The toolkit's own texts (tooltips, the marks of menus, dialogs) at the desktop's scale.
+    FL_NORMAL_SIZE = px(14);
     Fl_Tooltip::color(editor_grey);
     Fl_Tooltip::textcolor(fl_rgb_color(200, 200, 200));
     if (!monitor)
         monitor = std::make_shared<monitor_profile_transform>(monitor_profile());
 
     w->begin();
-    frame = new editor_frame(width, height, [this](int key, bool ctrl, bool shift) {
+    frame = new editor_frame(width, height, zoom, [this](int key, bool ctrl, bool shift) {
         return handle_key(key, ctrl, shift);
     });
-    const int left = width - editor_column_width;
+    const int left = width - px(editor_column_width);
     preview = new CVLImagePreview(0, 0, left, height, monitor);
     preview_scroller = new CVLScrollView(0, 0, left, height, preview);
     panel_background = nine_part("panel.png");
     panel_first_background = nine_part("panel_first.png");
-    toolbar = new CVLPluginToolbar(left, 0, editor_column_width, editor_toolbar_height, component, open_window);
+    toolbar = new CVLPluginToolbar(left, 0, width - left, px(editor_toolbar_height), component, open_window);
     register_parameter_change_listener(toolbar);
     toolbar->show_undo_redo(true);
     toolbar->set_undo_callback({});
@@ -132,12 +139,13 @@ void hueloom_ui::init_view()
 
 void hueloom_ui::build_panel(int left, int height)
 {
-    panel_scroller = new Fl_Scroll(left, editor_toolbar_height, editor_column_width, height - editor_toolbar_height);
+    const int top = px(editor_toolbar_height), bar = px(12);
+    panel_scroller = new Fl_Scroll(left, top, frame->w() - left, height - top);
     panel_scroller->type(Fl_Scroll::VERTICAL);
-    panel_scroller->scrollbar_size(12);
+    panel_scroller->scrollbar_size(bar);
     // The bar is made at the toolkit's width of 16 and narrowed only in the first draw, which
     // would clip the panel 4 points short on its right; it is narrowed here instead.
-    panel_scroller->scrollbar.resize(panel_scroller->x() + panel_scroller->w() - 12, panel_scroller->y(), 12,
+    panel_scroller->scrollbar.resize(panel_scroller->x() + panel_scroller->w() - bar, panel_scroller->y(), bar,
                                      panel_scroller->h());
     panel_scroller->box(FL_FLAT_BOX);
     panel_scroller->color(editor_grey);
@@ -145,47 +153,48 @@ void hueloom_ui::build_panel(int left, int height)
     panel_scroller->scrollbar.slider(FL_FLAT_BOX);
     panel_scroller->scrollbar.color(FL_BLACK, editor_grey);
     panel_scroller->scrollbar.labelcolor(editor_grey);
-    panel = new CVLPanel(left, editor_toolbar_height, editor_panel_width, editor_panel_height, panel_first_background);
+    panel = new CVLPanel(left, top, px(editor_panel_width), px(editor_panel_height), panel_first_background);
     wheel_background = getThemeNotAvailableBackground();
     CVLBitmap menu_picture("preset_menu.png", 2.0);
     CVLBitmap handle("slider_handle.png", 2.0);
     const panel_layout layout = compute_panel_layout(wheel_background->width(), menu_picture.height(),
                                                      wheel_background->width(), wheel_background->height(),
                                                      handle.height());
-    build_theme_controls(left, editor_toolbar_height, layout);
-    build_wheel_and_sliders(left, editor_toolbar_height, layout);
+    build_theme_controls(left, top, layout);
+    build_wheel_and_sliders(left, top, layout);
     panel->end();
     panel_scroller->end();
 }
 
 void hueloom_ui::build_theme_controls(int left, int top, const panel_layout& layout)
 {
-    const int menu_left = left + static_cast<int>(layout.menu_left);
-    const int menu_right = left + static_cast<int>(layout.menu_right);
-    const int menu_height = static_cast<int>(layout.menu_bottom) - 40;
+    // Points relative to the panel; the controls are placed in pixels.
+    const int menu_left = left + px(static_cast<int>(layout.menu_left));
+    const int menu_right = left + px(static_cast<int>(layout.menu_right));
+    const int menu_top = top + px(40), menu_height = px(static_cast<int>(layout.menu_bottom) - 40);
     CVLBitmap menu_picture("preset_menu.png", 2.0), menu_pressed("preset_menu_clicked.png", 2.0);
     const int menu_width = static_cast<int>(wheel_background->width());
-    theme_menu = new CVLOptionMenu(menu_left, top + 40, menu_right - menu_left, menu_height, this, theme_menu_tag,
+    theme_menu = new CVLOptionMenu(menu_left, menu_top, menu_right - menu_left, menu_height, this, theme_menu_tag,
                                    createScaledBitmap(menu_picture, menu_width),
                                    createScaledBitmap(menu_pressed, menu_width));
     theme_menu->set_title_visible(false);
     theme_menu->set_mouseable_from_right(24);
     theme_menu->tooltip(persistent_text(text("{en:Select theme}{de:Theme auswählen}")));
-    theme_name_field = new CVLTextEdit(menu_left, top + 40, menu_right - 24 - menu_left, menu_height, theme_menu);
+    theme_name_field = new CVLTextEdit(menu_left, menu_top, menu_right - px(24) - menu_left, menu_height, theme_menu);
     theme_name_field->textcolor(fl_rgb_color(200, 200, 200));
     theme_name_field->setText(text("{en:Select theme here}{de:Theme hier auswählen}"));
-    load_button = new CVLButton(menu_right + 6, top + 40, 24, 22, this, load_button_tag, CVLButton::style::kick,
-                                "button.png");
+    load_button = new CVLButton(menu_right + px(6), menu_top, px(24), px(22), this, load_button_tag,
+                                CVLButton::style::kick, "button.png");
     load_button->set_icon(std::make_shared<CVLBitmap>("icon_load.png", 2.0));
     load_button->tooltip(
         persistent_text(text("{en:Import theme from folder}{de:Theme importieren (Ordner auswählen)}")));
     load_button->clear_visible_focus();
-    progress_bar = new CVLProgressBar(menu_left, top + 70, menu_right - menu_left, 7);
+    progress_bar = new CVLProgressBar(menu_left, top + px(70), menu_right - menu_left, px(7));
     progress_bar->set_colour(26, 186, 0);
     progress_bar->tooltip(
         persistent_text(text("{en:Downloading themes from server...}{de:Themen werden vom Server geholt...}")));
     progress_bar->hide();
-    updated_label = new CVLTextLabel(menu_left, top + 70, menu_right - menu_left, 14,
+    updated_label = new CVLTextLabel(menu_left, top + px(70), menu_right - menu_left, px(14),
                                      text("{en:The Theme list has been updated.}{de:Die Theme-Liste wurde aktualisiert.}"));
     updated_label->hide();
 }

@@ -105,6 +105,8 @@ private:
     void import_theme_from_folder();
     void show_wheel_background();
     int handle_key(int key, bool ctrl, bool shift);
+    /// `points` in pixels at the editor's zoom.
+    int px(double points) const;
 
     Fl_Group* frame = nullptr;  // owned by the window
     CVLImagePreview* preview = nullptr;
@@ -123,6 +125,7 @@ private:
     std::shared_ptr<CCachedNinePartTiledBitmap> panel_background, panel_first_background;
     std::shared_ptr<monitor_profile_transform> monitor;
     language_id language = language_id::en;
+    double zoom = 1.0;  // pixels per point, the desktop's scale
     std::atomic<bool> refresh_requested{false};
     std::atomic<bool> theme_list_requested{false};
 };

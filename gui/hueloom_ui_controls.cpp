@@ -34,8 +34,10 @@ const slider_setup slider_setups[3] = {
 
 void hueloom_ui::build_wheel_and_sliders(int left, int top, const panel_layout& layout)
 {
-    wheel = new CVLColorWheelXYPad(left + layout.wheel_left, top + 108, layout.wheel_right - layout.wheel_left,
-                                   layout.wheel_bottom - 108, this, CVLControl::no_tag);
+    // Points relative to the panel; the controls are placed in pixels.
+    const int wheel_left = left + px(layout.wheel_left), wheel_width = px(layout.wheel_right) - px(layout.wheel_left);
+    wheel = new CVLColorWheelXYPad(wheel_left, top + px(108), wheel_width, px(layout.wheel_bottom) - px(108), this,
+                                   CVLControl::no_tag);
     wheel->set_background(wheel_background);
     wheel->tooltip(persistent_text(
         text("{en:Adjust angle and strength of selected theme}{de:Winkel und Stärke der ausgewählen Theme anpassen}")));
@@ -43,8 +45,8 @@ void hueloom_ui::build_wheel_and_sliders(int left, int top, const panel_layout& 
     for (int i = 0; i < 3; ++i) {
         const slider_setup& setup = slider_setups[i];
         auto* slider = new CVLRoundedGreySlider(
-            left + layout.wheel_left, top + layout.slider_top[i], layout.wheel_right - layout.wheel_left,
-            layout.slider_bottom[i] - layout.slider_top[i], this, static_cast<int32_t>(setup.tag), 0,
+            wheel_left, top + px(layout.slider_top[i]), wheel_width,
+            px(layout.slider_bottom[i]) - px(layout.slider_top[i]), this, static_cast<int32_t>(setup.tag), 0,
             layout.wheel_right - layout.wheel_left - static_cast<int>(handle->width()), handle, setup.name);
         slider->tooltip(persistent_text(text(setup.tooltip)));
         sliders.push_back(slider);

@@ -2,6 +2,8 @@
 
 #include <FL/Fl_Group.H>
 
+#include "gui/zoom.h"
+
 namespace vl1::gui {
 
 pointer_control::pointer_control(int x, int y, int w, int h, control_listener* listener, int32_t tag, float min,
@@ -20,7 +22,7 @@ void pointer_control::invalidate()
 
 int pointer_control::handle(int event)
 {
-    if (const auto pointer = read_pointer_event(event))
+    if (const auto pointer = read_pointer_event(event, zoom_of(this)))
         return on_pointer(*pointer);
     if (event == FL_ACTIVATE || event == FL_DEACTIVATE)
         invalidate();

@@ -5,7 +5,7 @@
 
 namespace vl1::gui {
 
-std::optional<pointer_event> read_pointer_event(int fltk_event)
+std::optional<pointer_event> read_pointer_event(int fltk_event, double zoom)
 {
     pointer_event e;
     switch (fltk_event) {
@@ -26,8 +26,8 @@ std::optional<pointer_event> read_pointer_event(int fltk_event)
     default:
         return std::nullopt;
     }
-    e.x = Fl::event_x();
-    e.y = Fl::event_y();
+    e.x = Fl::event_x() / zoom;
+    e.y = Fl::event_y() / zoom;
     // FL_BUTTON1..3 are bits 24..26 of the event state.
     e.buttons = (Fl::event_buttons() >> 24) & 7;
     e.shift = (Fl::event_state() & FL_SHIFT) != 0;

@@ -85,13 +85,14 @@ std::optional<unsigned long> window_property(Display* display, Window w, const c
     return value;
 }
 
-double positive_number(const char* text)
+/// The number `text` starts with if it lies in (0, `most`], else 0.
+double positive_number(const char* text, double most)
 {
     if (text == nullptr || *text == '\0')
         return 0.0;
     char* end = nullptr;
     const double v = std::strtod(text, &end);
-    return end != text && v > 0.0 && v <= 16.0 ? v : 0.0;
+    return end != text && v > 0.0 && v <= most ? v : 0.0;
 }
 
 }  // namespace
@@ -193,7 +194,7 @@ screen_rect best_monitor(const std::optional<screen_rect>& area)
 double desktop_scale()
 {
     for (const char* variable : {"GDK_SCALE", "QT_SCALE_FACTOR"}) {
-        if (const double v = positive_number(std::getenv(variable)); v > 0.0)
+        if (const double v = positive_number(std::getenv(variable), 16.0); v > 0.0)
             return v;
     }
     if (!open_editor_display())
@@ -207,7 +208,7 @@ double desktop_scale()
     char* type = nullptr;
     XrmValue value{};
     if (db != nullptr && XrmGetResource(db, "Xft.dpi", "Xft.Dpi", &type, &value) && value.addr != nullptr) {
-        if (const double dpi = positive_number(value.addr); dpi > 0.0)
+        if (const double dpi = positive_number(value.addr, 16.0 * 96.0); dpi > 0.0)
             scale = std::clamp(dpi / 96.0, 1.0, 4.0);
     }
     if (db != nullptr)

@@ -4,7 +4,8 @@
 # (wheel_and_sliders), themes downloading from a slow server with the bar half way
 # (download_de), a failed import's alert (import_failure_de), the German editor after the
 # download and an import (editor_de), the open theme menu (theme_menu), the open preset menu
-# (preset_menu) and the alert of a refused preset (preset_alert). Look at them after layout
+# (preset_menu), the alert of a refused preset (preset_alert) and the editor at a desktop scale of
+# 2 on a 3200 x 1800 screen (double_density). Look at them after layout
 # changes: text that fits, nothing overlapping, controls in line.
 set -euo pipefail
 cd "$(dirname "$0")/.."

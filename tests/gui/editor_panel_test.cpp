@@ -22,27 +22,9 @@ namespace fs = std::filesystem;
 namespace hueloom_test {
 namespace {
 
-// The panel's wheel for the built-in picture of 450 points: (16, 108, 467, 559), a 12-point
-// marker, reach (451 - 4.75) / 451.
-constexpr double wheel_left = 16, wheel_top = 108, wheel_size = 451, marker = 12;
-constexpr double max_radius = (451 - 4.75) / 451;
-// The hue slider's track (16, 613, 467, 635) and the chroma slider's, 60 points lower.
-constexpr double hue_track_y = 599 + 14 + 11;
 // The theme menu (0.5, 40, 451.5, 63), the progress bar and the "updated" label below it at
 // 70, and the toolbar's preset menu (20, 37, 180, 59), which opens from its rightmost 17.
 constexpr double theme_menu_y = 51, bar_y = 70, preset_handle_x = 172, preset_row_y = 48;
-
-/// Angle and strength the wheel gives for a click at screen offset (px, py) from its corner.
-std::pair<double, double> wheel_reading(int px, int py)
-{
-    const double x = std::floor((px - marker / 2) / (wheel_size - marker) * 1000 + 0.5) / 1000;
-    const double y = std::floor((py - marker / 2) / (wheel_size - marker) * 1000 + 0.5) / 1000;
-    const double cx = 2 * (x - 0.5), cy = 2 * (y - 0.5);
-    double a = std::atan2(-cx, -cy);
-    if (a < 0)
-        a += 2 * M_PI;
-    return {a * 180 / M_PI, std::min(1.0, std::sqrt(cx * cx + cy * cy) / max_radius) * 100};
-}
 
 class editor_panel : public testing::Test {
 protected:
@@ -98,12 +80,6 @@ bool eventually(Condition done, double seconds = 10)
         x_session::settle(0.1);
     }
     return done();
-}
-
-double number(const std::map<std::string, std::string>& settings, const std::string& name)
-{
-    const auto found = settings.find(name);
-    return found == settings.end() ? -1.0 : std::stod(found->second);
 }
 
 /// Points the editor at a theme server that wants the themes of `uids` (hexadecimal, by commas).
@@ -182,7 +158,7 @@ TEST_F(editor_panel, WheelAndSlidersSetTheParametersAsOneUndoStepEach)
     x_session::click(wx + 225, wy + 225, 3);
     x_session::keys("ctrl+z");
     // A click jumps: a quarter in from the top-left gives 45 degrees.
-    const int px = static_cast<int>(6 + 0.25 * (wheel_size - marker)), py = px;
+    const int px = static_cast<int>(6 + 0.25 * (wheel_size - wheel_marker)), py = px;
     x_session::click(wx + px, wy + py);
     // The corner of the wheel's square isn't part of it.
     x_session::click(wx + 2, wy + 2);

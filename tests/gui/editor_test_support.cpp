@@ -5,6 +5,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cmath>
 #include <fstream>
 #include <sstream>
 
@@ -71,6 +73,23 @@ std::map<std::string, std::string> open_editor::settings() const
             out[line.substr(0, equals)] = line.substr(equals + 1);
     }
     return out;
+}
+
+std::pair<double, double> wheel_reading(double px, double py)
+{
+    const double x = std::floor((px - wheel_marker / 2) / (wheel_size - wheel_marker) * 1000 + 0.5) / 1000;
+    const double y = std::floor((py - wheel_marker / 2) / (wheel_size - wheel_marker) * 1000 + 0.5) / 1000;
+    const double cx = 2 * (x - 0.5), cy = 2 * (y - 0.5);
+    double a = std::atan2(-cx, -cy);
+    if (a < 0)
+        a += 2 * M_PI;
+    return {a * 180 / M_PI, std::min(1.0, std::sqrt(cx * cx + cy * cy) / wheel_max_radius) * 100};
+}
+
+double number(const std::map<std::string, std::string>& settings, const std::string& name)
+{
+    const auto found = settings.find(name);
+    return found == settings.end() ? -1.0 : std::stod(found->second);
 }
 
 fs::path shots_dir() { return fs::path(HUELOOM_BUILD_DIR) / "editor-shots"; }

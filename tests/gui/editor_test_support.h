@@ -2,6 +2,7 @@
 // editor's geometry on screen, and the look it leaves behind (--state-out).
 #pragma once
 
+#include <cmath>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -31,19 +32,34 @@ public:
     std::map<std::string, std::string> settings() const;
 
     /// Screen point of (x, y) points in the editor's right column (0 = its left edge) and of
-    /// the panel below the toolbar.
-    int column_x(double x) const { return origin.first + width - 494 + static_cast<int>(x); }
-    int column_y(double y) const { return origin.second + static_cast<int>(y); }
+    /// the panel below the toolbar, at `zoom` pixels per point (the desktop's scale).
+    int column_x(double x) const { return origin.first + width - pixels(494) + pixels(x); }
+    int column_y(double y) const { return origin.second + pixels(y); }
     int panel_y(double y) const { return column_y(64 + y); }
 
     unsigned long window = 0;
+    double zoom = 1.0;  // pixels per point
     std::filesystem::path dir, log_file, state_file, graded_file;
 
 private:
+    int pixels(double points) const { return static_cast<int>(std::lround(points * zoom)); }
+
     std::unique_ptr<background_process> process;
     std::pair<int, int> origin{0, 0};
     int width = 0;
 };
+
+// The panel's wheel for the built-in picture of 450 points: (16, 108, 467, 559), a 12-point
+// marker, reach (451 - 4.75) / 451.
+inline constexpr double wheel_left = 16, wheel_top = 108, wheel_size = 451, wheel_marker = 12;
+inline constexpr double wheel_max_radius = (451 - 4.75) / 451;
+// The hue slider's track (16, 613, 467, 635) and the chroma slider's, 60 points lower.
+inline constexpr double hue_track_y = 599 + 14 + 11;
+
+/// Angle and strength the wheel gives for a click (px, py) points from its corner.
+std::pair<double, double> wheel_reading(double px, double py);
+/// A value of `settings`, -1 if it isn't there.
+double number(const std::map<std::string, std::string>& settings, const std::string& name);
 
 /// Where screenshots go for people to look at: build/editor-shots/ in the build tree.
 std::filesystem::path shots_dir();

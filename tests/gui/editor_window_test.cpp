@@ -78,6 +78,43 @@ TEST_F(editor_window, OpensSizedForTheScreenShowsTheGradedFrameAndClosesByTheWin
     EXPECT_NE(graded, (std::array<int, 3>{source_rgb[0], source_rgb[1], source_rgb[2]})) << "the look shows";
 }
 
+TEST_F(editor_window, AtDoubleDensityLaysOutInPointsAndReadsTheMouseInPoints)
+{
+    // A desktop scaled for a double-density screen, as desktops announce it to X programs.
+    x_session x(3200, 1800);
+    ASSERT_TRUE(x.ready()) << "Xvfb did not start";
+    x_session::shell("xprop -root -f RESOURCE_MANAGER 8s -set RESOURCE_MANAGER 'Xft.dpi: 192'");
+    open_editor editor(dir, {"--set", "Angle=90", "--set", "Strength=50"});
+    ASSERT_TRUE(editor.opened()) << editor.log();
+    editor.zoom = 2;
+    // Sized in pixels like any window for this screen: 1440 x 769 points at two pixels each.
+    EXPECT_EQ(x_session::window_size(editor.window), std::make_pair(2879, 1538));
+
+    // A click on the wheel and one on the hue slider's track, both in points.
+    const double px = 6 + 0.3 * (wheel_size - wheel_marker), py = 6 + 0.7 * (wheel_size - wheel_marker);
+    x_session::click(editor.column_x(wheel_left + px), editor.panel_y(wheel_top + py));
+    x_session::click(editor.column_x(100), editor.panel_y(hue_track_y));
+    x_session::settle(1.5);
+    const std::array<int, 3> shown = x_session::screen_pixel(editor.column_x(-400), editor.column_y(384));
+    x_session::screenshot(shots_dir() / "double_density.png");
+    ASSERT_EQ(editor.close_and_wait(), 0) << editor.log();
+
+    const auto settings = editor.settings();
+    const auto [angle, strength] = wheel_reading(px, py);
+    EXPECT_NEAR(number(settings, "Angle"), angle, 0.01);
+    EXPECT_NEAR(number(settings, "Strength"), strength, 0.01);
+    // The handle jumps centred under the mouse, 84 points into the 451-point track.
+    const fs::path handle_file = fs::path(HUELOOM_BUILD_DIR) / "OFX/Plugins/Hueloom.ofx.bundle/Contents/Resources" /
+                                 "slider_handle.png";
+    const double handle = std::stoi(x_session::shell("identify -format %w '" + handle_file.string() + "'")) / 2.0;
+    EXPECT_NEAR(number(settings, "Hue"), (84 - handle / 2) / (451 - std::floor(handle)) * 200, 0.01);
+    // The preview, drawn over the frame's pixels, shows the look the editor left.
+    const std::array<int, 3> graded = file_pixel(editor.graded_file);
+    for (int c = 0; c < 3; ++c) {
+        EXPECT_NEAR(shown[c], graded[c], 1) << "channel " << c;
+    }
+}
+
 TEST_F(editor_window, WithoutDisplayTheFrameRendersAndNoWindowOpens)
 {
     unsetenv("DISPLAY");
