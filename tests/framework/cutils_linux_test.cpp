@@ -5,12 +5,12 @@
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <thread>
 
 #include "framework/ccomponent.h"
 #include "framework/cutils_linux.h"
 #include "framework/log.h"
+#include "tests/support/test_files.h"
 #include "tests/support/test_paths.h"
 
 namespace vl1 {
@@ -18,16 +18,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void write_file(const fs::path& path, const std::string& content)
-{
-    std::ofstream(path, std::ios::binary) << content;
-}
-
-std::string read_file(const fs::path& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
+using hueloom_test::read_file;
+using hueloom_test::write_file;
 
 TEST(LinuxUtils, FoldersAreTheUsersAloneAndTheUmaskStays)
 {

@@ -11,6 +11,7 @@
 
 #include "framework/io/read_bounded_file.h"
 #include "framework/io/write_file_atomically.h"
+#include "tests/support/test_files.h"
 #include "tests/support/test_paths.h"
 
 namespace vl1 {
@@ -26,15 +27,8 @@ std::string contents(const fs::path& path)
     return text;
 }
 
-std::vector<std::string> names_in(const fs::path& folder)
-{
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder))
-        names.push_back(entry.path().filename().string());
-    return names;
-}
-
-bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+using hueloom_test::contains;
+using hueloom_test::folder_names;
 
 TEST(FileIo, ReadsRegularFilesUpToTheCapAndNothingElse)
 {
@@ -79,7 +73,7 @@ TEST(FileIo, ReplacesFilesWholeAndFollowsLinks)
     ASSERT_TRUE(write_file_atomically(dir / "link.txt", std::string_view("third"), problem)) << problem;
     EXPECT_TRUE(fs::is_symlink(dir / "link.txt"));
     EXPECT_EQ(contents(dir / "a.txt"), "third");
-    EXPECT_EQ(names_in(dir).size(), 2u);  // no temporary file left
+    EXPECT_EQ(folder_names(dir).size(), 2u);  // no temporary file left
 
     // A temporary name never carries the extension a folder reader looks for.
     const fs::path temporary = temporary_path_beside(dir / "Evening.json");
@@ -112,10 +106,10 @@ TEST(FileIo, FailedWritesNameTheFileAndKeepTheOldOne)
     EXPECT_TRUE(contains(problem, "'" + target.string() + "'")) << problem;
     if (geteuid() != 0) {
         EXPECT_EQ(contents(target), "old");
-        EXPECT_EQ(names_in(locked).size(), 1u);
+        EXPECT_EQ(folder_names(locked).size(), 1u);
         chmod(locked.c_str(), 0700);
     }
-    EXPECT_EQ(names_in(dir).size(), 1u);  // only the link: no temporary file behind
+    EXPECT_EQ(folder_names(dir).size(), 1u);  // only the link: no temporary file behind
 }
 
 }  // namespace

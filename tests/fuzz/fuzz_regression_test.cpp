@@ -11,7 +11,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <ostream>
 #include <sstream>
 #include <mutex>
@@ -22,6 +21,7 @@
 #include "fuzz/fuzz_targets.h"
 #include "fuzz/property_check.h"
 #include "fuzz/seeds/seed_catalog.h"
+#include "tests/support/test_files.h"
 
 namespace vl1::fuzz {
 
@@ -53,12 +53,6 @@ struct kept_input {
     std::vector<uint8_t> bytes;
 };
 
-std::vector<uint8_t> read_file(const fs::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 // Regular files of `dir` in name order; none if it doesn't exist.
 void add_files_of(const fs::path& dir, std::vector<kept_input>& inputs)
 {
@@ -71,7 +65,7 @@ void add_files_of(const fs::path& dir, std::vector<kept_input>& inputs)
             files.push_back(entry.path());
     std::sort(files.begin(), files.end());
     for (const fs::path& file : files)
-        inputs.push_back({fs::relative(file, source_dir).string(), read_file(file)});
+        inputs.push_back({fs::relative(file, source_dir).string(), hueloom_test::read_bytes(file)});
 }
 
 // The folders that fuzz/seed_dirs.txt names for `target`.

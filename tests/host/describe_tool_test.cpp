@@ -1,6 +1,7 @@
 // `hueloom-host describe`, run as a process: its listing, its errors and its exit codes; and
 // run twice in one process against the real bundle, which stays loaded in between.
 #include "tests/host/host_test_support.h"
+#include "tests/support/test_files.h"
 #include "tests/support/test_paths.h"
 #include "tests/tools/run_process.h"
 #include "tools/hueloom_host/describe_command.h"
@@ -18,7 +19,7 @@ process_result run_tool(const std::vector<std::string>& arguments)
     return hueloom_test::run_process(HUELOOM_HOST_TOOL, arguments, hueloom_test::home_dir());
 }
 
-bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+using hueloom_test::contains;
 
 TEST(describe_tool, ListsWhatLoadsAndReportsBrokenBundles)
 {

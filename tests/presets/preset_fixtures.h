@@ -5,11 +5,8 @@
 
 #include <atomic>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <memory>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -17,6 +14,7 @@
 #include "framework/chost.h"
 #include "framework/cparameter.h"
 #include "framework/lut_exporter.h"
+#include "tests/support/test_files.h"
 
 namespace vl1::presettest {
 
@@ -125,28 +123,6 @@ inline rig make_rig(bool exports_lut = false)
     r.host = std::make_shared<chost_v1>(r.component);
     r.component->initialize(r.host);
     return r;
-}
-
-inline std::string read_file(const std::filesystem::path& path)
-{
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
-
-inline void write_file(const std::filesystem::path& path, const std::string& text)
-{
-    std::ofstream(path, std::ios::binary | std::ios::trunc) << text;
-}
-
-/// The file names in `folder`, sorted.
-inline std::set<std::string> folder_contents(const std::filesystem::path& folder)
-{
-    std::set<std::string> names;
-    std::error_code ec;
-    for (const auto& entry : std::filesystem::directory_iterator(folder, ec))
-        names.insert(entry.path().filename().string());
-    return names;
 }
 
 }  // namespace vl1::presettest

@@ -10,9 +10,9 @@ namespace vl1 {
 namespace {
 
 namespace fs = std::filesystem;
-using presettest::folder_contents;
+using hueloom_test::folder_names;
 using presettest::make_rig;
-using presettest::write_file;
+using hueloom_test::write_file;
 
 TEST(PresetNames, RefusesNamesThatCouldLeaveTheFolderOrHideThemselves)
 {
@@ -44,7 +44,7 @@ TEST(PresetManagerNames, RefusedNameWritesNothingAnywhere)
         EXPECT_EQ(manager.save_preset(name, true, reason), preset_save_failed) << name;
         EXPECT_FALSE(reason.empty());
     }
-    EXPECT_TRUE(folder_contents(folder).empty());
+    EXPECT_TRUE(folder_names(folder).empty());
     EXPECT_FALSE(fs::exists(folder.parent_path() / "Escape.json"));
 }
 

@@ -12,7 +12,7 @@ namespace vl1 {
 namespace {
 
 using presettest::make_rig;
-using presettest::write_file;
+using hueloom_test::write_file;
 
 // A base blob of 8 bytes ("s1vc" and no records): it names no parameter, so what a test
 // sees comes from the parameter list alone.

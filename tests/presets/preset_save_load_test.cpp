@@ -11,9 +11,9 @@ namespace vl1 {
 namespace {
 
 namespace fs = std::filesystem;
-using presettest::folder_contents;
+using hueloom_test::folder_names;
 using presettest::make_rig;
-using presettest::read_file;
+using hueloom_test::read_file;
 
 rapidjson::Document parse(const std::string& text)
 {
@@ -73,7 +73,7 @@ TEST(PresetSaveLoad, ExistingNameNeedsOverwrite)
     ASSERT_TRUE(manager.load_preset(manager.preset_path("Same")));
     EXPECT_EQ(r.component->steps->get_value(), 2);
     // Nothing but the preset itself is left in the folder.
-    EXPECT_EQ(folder_contents(manager.preset_folder()), std::set<std::string>{"Same.json"});
+    EXPECT_EQ(folder_names(manager.preset_folder()), std::set<std::string>{"Same.json"});
 }
 
 TEST(PresetFileText, HasTheFixedLayout)
@@ -148,7 +148,7 @@ TEST(PresetSaveLoad, FailedSaveKeepsTheFormerFileAndLeavesNoLitter)
     EXPECT_EQ(manager.save_preset("Blocked", true, reason), preset_save_failed);
     EXPECT_NE(reason.find("{en:"), std::string::npos);
     EXPECT_TRUE(fs::is_directory(manager.preset_path("Blocked")));
-    EXPECT_EQ(folder_contents(manager.preset_folder()), std::set<std::string>{"Blocked.json"});
+    EXPECT_EQ(folder_names(manager.preset_folder()), std::set<std::string>{"Blocked.json"});
 }
 
 TEST(PresetSaveLoad, ComponentThatIsGoneChangesNothing)

@@ -152,7 +152,7 @@ TEST(ThemeFileRead, StreamVectorAndFileForms)
     EXPECT_EQ(from_stream.luts.size(), 2u);
 
     const auto dir = hueloom_test::make_temp_dir("theme-files");
-    test::write_bytes(dir / "a.hlt", file);
+    hueloom_test::write_file(dir / "a.hlt", std::string(file.begin(), file.end()));
     ASSERT_EQ(mkfifo((dir / "fifo.hlt").c_str(), 0600), 0);
     hueloom_theme_v1 from_file;
     EXPECT_TRUE(serializer::read_theme_from_file(from_file, (dir / "a.hlt").string()));

@@ -50,10 +50,10 @@ protected:
 
     void write_import_folder(const fs::path& folder, const std::string& version_and_uid)
     {
-        test::write_text(folder / "wheel.png", "picture");
-        test::write_text(folder / "a.cube", test::cube_text(0.1f));
-        test::write_text(folder / "b.cube", test::cube_text(0.2f));
-        test::write_text(folder / "theme.json", R"({"name": "Imported", )" + version_and_uid +
+        hueloom_test::write_file(folder / "wheel.png", "picture");
+        hueloom_test::write_file(folder / "a.cube", test::cube_text(0.1f));
+        hueloom_test::write_file(folder / "b.cube", test::cube_text(0.2f));
+        hueloom_test::write_file(folder / "theme.json", R"({"name": "Imported", )" + version_and_uid +
                                                     R"(, "wheel": {"background": "wheel.png"},
             "luts": [{"name": "a.cube", "rotation": 10}, {"name": "b.cube", "rotation": 90}]})");
     }
@@ -74,7 +74,7 @@ TEST_F(Vault, StoredThemesReplaceTheirFileWholeOrNotAtAll)
     ASSERT_TRUE(serializer::read_theme_from_file(back, (appdata / "theme_00000abc.hlt").string()));
     EXPECT_EQ(back.name, "second");
     EXPECT_EQ(back.version, 2u);
-    const auto good_bytes = test::read_bytes(appdata / "theme_00000abc.hlt");
+    const auto good_bytes = hueloom_test::read_bytes(appdata / "theme_00000abc.hlt");
 
     // Files may not grow beyond 100 kB for a moment: the write of a theme of 1.2 MB stops
     // with an error in its middle.
@@ -89,7 +89,7 @@ TEST_F(Vault, StoredThemesReplaceTheirFileWholeOrNotAtAll)
     signal(SIGXFSZ, former_handler);
 
     EXPECT_FALSE(stored);
-    EXPECT_EQ(test::read_bytes(appdata / "theme_00000abc.hlt"), good_bytes);
+    EXPECT_EQ(hueloom_test::read_bytes(appdata / "theme_00000abc.hlt"), good_bytes);
     EXPECT_EQ(std::distance(fs::directory_iterator(appdata), fs::directory_iterator()), 1)
         << "no temporary file is left";
     EXPECT_NE(logged.find("Theme 00000abc not stored"), std::string::npos);
@@ -132,7 +132,7 @@ TEST_F(Vault, CollectionStartsWithTheBuiltInThemeFromTheResources)
 
     auto builtin = theme(1, 3, "Built-in");
     ASSERT_TRUE(serializer::write_theme_to_file(*builtin, (resources / "theme_00000001.hlt").string()));
-    test::write_text(resources / "broken.hlt", "1tlh");
+    hueloom_test::write_file(resources / "broken.hlt", "1tlh");
     const auto collection = vault.get_theme_collection();
     EXPECT_EQ(collection, vault.get_theme_collection());
     ASSERT_NE(collection->get_default_theme(), nullptr);

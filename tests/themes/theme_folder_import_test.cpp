@@ -25,12 +25,12 @@ class ThemeFolderImport : public testing::Test {
 protected:
     void SetUp() override
     {
-        test::write_text(folder / "wheel.png", "\x89PNG picture");
-        test::write_text(folder / "empty.png", "");
-        test::write_text(folder / "a.cube", test::cube_text(0.1f));
-        test::write_text(folder / "b.cube", test::cube_text(0.2f));
-        test::write_text(folder / "c.cube", test::cube_text(0.3f));
-        test::write_text(folder / "broken.cube", "LUT_3D_SIZE 2\n0.1 0.2\n");
+        hueloom_test::write_file(folder / "wheel.png", "\x89PNG picture");
+        hueloom_test::write_file(folder / "empty.png", "");
+        hueloom_test::write_file(folder / "a.cube", test::cube_text(0.1f));
+        hueloom_test::write_file(folder / "b.cube", test::cube_text(0.2f));
+        hueloom_test::write_file(folder / "c.cube", test::cube_text(0.3f));
+        hueloom_test::write_file(folder / "broken.cube", "LUT_3D_SIZE 2\n0.1 0.2\n");
         set_log_capture([this](std::string_view line) {
             std::lock_guard guard(log_mutex);
             log_lines.emplace_back(line);
@@ -46,7 +46,7 @@ protected:
 
     std::shared_ptr<hueloom_theme_v1> import_json(const std::string& json)
     {
-        test::write_text(folder / "theme.json", json);
+        hueloom_test::write_file(folder / "theme.json", json);
         return import_theme_folder(folder.string(), english, german);
     }
 
@@ -74,7 +74,7 @@ TEST_F(ThemeFolderImport, ReadsEverythingInTheOrderOfThemeJson)
     EXPECT_EQ(theme->name, "Dusk");
     EXPECT_EQ(theme->version, 1u);
     EXPECT_EQ(theme->uid, 0xabcdu);
-    EXPECT_EQ(theme->background_data, test::read_bytes(folder / "wheel.png"));
+    EXPECT_EQ(theme->background_data, hueloom_test::read_bytes(folder / "wheel.png"));
     ASSERT_EQ(theme->luts.size(), 2u);
     EXPECT_EQ(theme->luts[0].rotation, 30.0f);
     EXPECT_EQ(theme->luts[1].rotation, 200.5f);

@@ -7,8 +7,6 @@
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,6 +14,7 @@
 #include <fmt/format.h>
 
 #include "color/hueloom_theme_v1.h"
+#include "tests/support/test_files.h"
 
 namespace vl1::test {
 
@@ -105,24 +104,6 @@ inline file_bytes file_header(uint32_t format_version, uint32_t theme_version, u
     file.u32(uid).u32(static_cast<uint32_t>(background.size())).raw(background);
     file.u16(static_cast<uint16_t>(name.size())).raw(name);
     return file;
-}
-
-inline void write_bytes(const std::filesystem::path& path, const std::vector<uint8_t>& bytes)
-{
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    ASSERT_TRUE(file.good()) << path;
-}
-
-inline void write_text(const std::filesystem::path& path, const std::string& text)
-{
-    write_bytes(path, std::vector<uint8_t>(text.begin(), text.end()));
-}
-
-inline std::vector<uint8_t> read_bytes(const std::filesystem::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return std::vector<uint8_t>(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }
 
 /// A .cube file of edge 2 whose red output is `red` everywhere; distinct per value.

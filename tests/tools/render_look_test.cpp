@@ -3,7 +3,6 @@
 // chosen by uid, name or file, or from a preset saved by the effect itself.
 #include "tests/tools/render_test_support.h"
 
-#include "color/lut_sampling.h"
 #include "effect/hueloom.h"
 #include "framework/chost.h"
 #include "presets/preset_manager.h"
@@ -22,13 +21,7 @@ using hueloom_test::look;
 
 pixel_rule graded_by(const vl1::hueloom_theme_v1& theme, const look& values)
 {
-    const auto table = std::make_shared<vl1::lut_argb<32>>(hueloom_test::table_for(theme, values));
-    const pixel_rule clamp = identity_look();
-    return [table, clamp](std::array<float, 4> in) {
-        const auto c = clamp(in);
-        const vl1::argb_float out = vl1::sample_lut(*table, vl1::argb_float{c[3], c[0], c[1], c[2]});
-        return std::array<float, 4>{out.r, out.g, out.b, in[3]};  // alpha is not graded
-    };
+    return table_look(std::make_shared<vl1::lut_argb<32>>(hueloom_test::table_for(theme, values)));
 }
 
 class render_look : public ::testing::Test {

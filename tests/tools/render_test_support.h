@@ -1,8 +1,6 @@
 // Shared pieces of the renderer's tests: running the built command as a process, writing
-// source images of any depth, reading results, and the reference that results are compared
-// with. The reference is a rule per pixel; today the bundle's look at default parameters is
-// the identity seen through the plug-in's input conversion, and a rule built from the colour
-// engine's table can stand beside it once the effect grades.
+// source images of any depth, reading results, and the rule per pixel that results are
+// compared with.
 #pragma once
 
 #include <OpenImageIO/imageio.h>
@@ -11,9 +9,12 @@
 #include <array>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "color/lut_argb.h"
+#include "tests/support/test_files.h"
 #include "tests/tools/run_process.h"
 
 namespace render_test {
@@ -57,13 +58,12 @@ using pixel_rule = std::function<std::array<float, 4>(std::array<float, 4>)>;
 /// The bundle without a look: the plug-in clamps what it reads to 0..1 (NaN to 0) and the
 /// table is the identity.
 pixel_rule identity_look();
-/// What the render path makes of a pixel when the result table is the colour engine's identity
-/// table: the clamped pixel sampled through it.
-pixel_rule identity_table_look();
-/// The build's bundle with nothing graded, and the arguments that ask for it. With the effect's
+/// What the render path makes of a pixel through `table`: the clamped colour sampled through
+/// it, alpha as it was.
+pixel_rule table_look(std::shared_ptr<const vl1::lut_argb<32>> table);
+/// The build's bundle with nothing graded, and the arguments that ask for it: with the effect's
 /// hidden "Global Bypass" on, the plug-in answers that it is the identity and the source passes
-/// through untouched; a bundle without that parameter passes pixels through its input clamp
-/// alone. Found out once by listing the bundle's parameters.
+/// through untouched.
 struct look_case {
     std::vector<std::string> args;
     pixel_rule rule;
@@ -76,12 +76,10 @@ pixel_rule inverted_look();
 /// the result's stored depth; a failure names the first differing pixel and channel.
 ::testing::AssertionResult matches_rule(const pixels& source, const pixels& result, const pixel_rule& rule);
 
-/// The entries of a folder (names only), sorted.
-std::vector<std::string> folder_entries(const std::filesystem::path& folder);
-
 /// `a` followed by `b`.
 std::vector<std::string> joined(std::vector<std::string> a, const std::vector<std::string>& b);
-bool contains(const std::string& text, const std::string& part);
+using hueloom_test::contains;
+using hueloom_test::folder_names;
 /// Number of lines in a text (a last line without '\n' counts).
 int line_count(const std::string& text);
 

@@ -14,21 +14,12 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
-#include <fstream>
 #include <sstream>
 
 namespace {
 
 namespace fs = std::filesystem;
 using namespace render_test;
-
-std::string read_text(const fs::path& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::stringstream ss;
-    ss << in.rdbuf();
-    return ss.str();
-}
 
 struct depth_case {
     const char* name;
@@ -141,7 +132,7 @@ TEST_F(render_tool, ExportedLutsHoldTheGradedLatticeInEachFormat)
     // The reference: the lattice graded by the reference look, written by the same writers.
     // The lattice is rendered, never passed through, even when the look is the identity.
     vl1::render_tool::rgba_image lattice = vl1::render_tool::make_identity_lattice();
-    const pixel_rule look = identity_table_look();
+    const pixel_rule look = table_look(std::make_shared<const vl1::lut_argb<32>>());
     for (std::size_t i = 0; i < lattice.pixels.size(); i += 4) {
         const auto out = look({lattice.pixels[i], lattice.pixels[i + 1], lattice.pixels[i + 2], lattice.pixels[i + 3]});
         std::copy(out.begin(), out.end(), lattice.pixels.begin() + static_cast<std::ptrdiff_t>(i));
@@ -155,9 +146,9 @@ TEST_F(render_tool, ExportedLutsHoldTheGradedLatticeInEachFormat)
         SCOPED_TRACE(name);
         const run_result r = render({"--export-lut", (dir / name).string()});
         ASSERT_EQ(r.exit_code, 0) << r.err;
-        EXPECT_EQ(read_text(dir / name), read_text(ref_dir / name));
+        EXPECT_EQ(hueloom_test::read_file(dir / name), hueloom_test::read_file(ref_dir / name));
     }
-    EXPECT_TRUE(contains(read_text(dir / "look.cube"), "TITLE \"look\"\n")) << "the title comes from the final name";
+    EXPECT_TRUE(contains(hueloom_test::read_file(dir / "look.cube"), "TITLE \"look\"\n")) << "the title comes from the final name";
     EXPECT_EQ(render({"--export-lut", (dir / "look.lut").string()}).exit_code, 2);
 }
 
@@ -194,7 +185,7 @@ TEST_F(render_tool, FineLutsFollowTheRenderClosely)
     const run_result r = render(joined({"--export-lut", (dir / "fine.cube").string(), "--lut-size", "65"}, look));
     ASSERT_EQ(r.exit_code, 0) << r.err;
 
-    std::istringstream text(read_text(dir / "fine.cube"));
+    std::istringstream text(hueloom_test::read_file(dir / "fine.cube"));
     std::string line;
     std::vector<float> table;
     while (std::getline(text, line)) {

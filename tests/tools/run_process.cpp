@@ -6,24 +6,13 @@
 #include <unistd.h>
 
 #include <cstring>
-#include <fstream>
-#include <iterator>
 
+#include "tests/support/test_files.h"
 #include "tests/support/test_paths.h"
 
 extern char** environ;
 
 namespace hueloom_test {
-
-namespace {
-
-std::string read_file(const std::filesystem::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return std::string((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-}
-
-}  // namespace
 
 process_result run_process(const std::filesystem::path& program, const std::vector<std::string>& arguments,
                            const std::filesystem::path& home)

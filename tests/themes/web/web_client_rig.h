@@ -6,16 +6,14 @@
 
 #include <atomic>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include <fmt/format.h>
 
+#include "tests/support/test_files.h"
 #include "tests/support/test_paths.h"
 #include "tests/themes/web/test_theme_server.h"
 #include "themes/web/hueloom_web_client_v1.h"
@@ -59,24 +57,9 @@ struct client_rig {
 
     std::filesystem::path final_path(uint32_t uid) const { return folder / fmt::format("theme_{:08x}.hlt", uid); }
 
-    void put_local_theme(uint32_t uid, const std::string& bytes) const
-    {
-        std::ofstream(final_path(uid), std::ios::binary) << bytes;
-    }
-
-    std::string local_theme(uint32_t uid) const
-    {
-        std::ifstream in(final_path(uid), std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), {});
-    }
-
-    std::set<std::string> file_names() const
-    {
-        std::set<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder))
-            names.insert(entry.path().filename().string());
-        return names;
-    }
+    void put_local_theme(uint32_t uid, const std::string& bytes) const { hueloom_test::write_file(final_path(uid), bytes); }
+    std::string local_theme(uint32_t uid) const { return hueloom_test::read_file(final_path(uid)); }
+    std::set<std::string> file_names() const { return hueloom_test::folder_names(folder); }
 
     /// Every file of the folder is a theme file under its final name that passes the check
     /// as the theme its name gives: no leftovers, nothing partial.

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <sstream>
 
@@ -17,11 +16,11 @@ namespace vl1 {
 namespace {
 
 namespace fs = std::filesystem;
+using hueloom_test::contains;
+using hueloom_test::folder_names;
 using hueloom_test::make_theme_folder;
 using hueloom_test::process_result;
 using hueloom_test::theme_folder_options;
-
-bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
 // "Label:   value" lines of `info`, by label.
 std::map<std::string, std::string> labelled_lines(const std::string& text)
@@ -34,16 +33,6 @@ std::map<std::string, std::string> labelled_lines(const std::string& text)
             fields[line.substr(0, colon)] = trim_copy(line.substr(colon + 1));
     }
     return fields;
-}
-
-std::vector<fs::path> theme_files_in(const fs::path& folder)
-{
-    std::vector<fs::path> files;
-    std::error_code ignored;
-    for (fs::directory_iterator it(folder, ignored), end; !ignored && it != end; ++it)
-        if (it->path().extension() == ".hlt")
-            files.push_back(it->path());
-    return files;
 }
 
 class ThemeCommand : public testing::Test {
@@ -109,7 +98,7 @@ TEST_F(ThemeCommand, ImportStoresTheThemeUnderItsUidAndANewVersionReplacesIt)
     const process_result second = run({"import", make_theme_folder({.name = "Dusk II", .version = 2}).string()});
     ASSERT_EQ(second.exit_code, 0) << second.err;
     EXPECT_TRUE(contains(second.out, "replaces \"Dusk\" version 1")) << second.out;
-    ASSERT_EQ(theme_files_in(appdata()).size(), 1u);
+    ASSERT_EQ(folder_names(appdata()).size(), 1u);
     theme = read_theme(stored);
     EXPECT_EQ(theme.name, "Dusk II");
     EXPECT_EQ(theme.version, 2u);
@@ -134,7 +123,7 @@ TEST_F(ThemeCommand, ImportFailuresGiveThePluginsMessageAndStoreNothing)
     }
     // Behind the plug-in's bare "Unexpected error." the author gets the cause.
     EXPECT_TRUE(contains(run({"import", broken_lut.string()}).err, "a.cube"));
-    EXPECT_TRUE(theme_files_in(appdata()).empty());
+    EXPECT_TRUE(folder_names(appdata()).empty());
 }
 
 TEST_F(ThemeCommand, PackWritesWhatTheFolderImportReads)
@@ -171,7 +160,7 @@ TEST_F(ThemeCommand, PackFailuresLeaveNoThemeFile)
     const process_result no_parent = run({"pack", make_theme_folder().string(), (target_folder / "no" / "x.hlt").string()});
     EXPECT_EQ(no_parent.exit_code, 1);
     EXPECT_FALSE(no_parent.err.empty());
-    EXPECT_TRUE(theme_files_in(target_folder).empty());
+    EXPECT_TRUE(folder_names(target_folder).empty());
 
     // A full disk, as /dev/full plays it: named, and never reported as packed.
     const fs::path full = hueloom_test::make_temp_dir("full") / "full.hlt";

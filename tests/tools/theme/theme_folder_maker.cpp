@@ -2,19 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-
 #include <fmt/format.h>
 
 #include "tests/support/test_paths.h"
 
 namespace hueloom_test {
-
-void write_file(const std::filesystem::path& path, std::string_view bytes)
-{
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-}
 
 void write_shifted_cube(const std::filesystem::path& path, float red_shift)
 {

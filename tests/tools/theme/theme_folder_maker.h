@@ -5,13 +5,11 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
-#include <string_view>
 
 #include "color/hueloom_theme_v1.h"
+#include "tests/support/test_files.h"
 
 namespace hueloom_test {
-
-void write_file(const std::filesystem::path& path, std::string_view bytes);
 
 /// An edge-2 .cube file: the identity, but red starts at `red_shift` instead of 0, so mid
 /// grey gets red 0.5 + red_shift / 2.

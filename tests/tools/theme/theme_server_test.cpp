@@ -16,6 +16,7 @@
 #include <fstream>
 #include <thread>
 
+#include "tests/support/test_files.h"
 #include "tests/support/test_paths.h"
 #include "tests/support/theme_looks.h"
 #include "tests/tools/run_process.h"
@@ -27,9 +28,8 @@ namespace vl1 {
 namespace {
 
 namespace fs = std::filesystem;
+using hueloom_test::contains;
 using hueloom_test::run_process;
-
-bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
 /// `hueloom-theme serve DIR --port 0` in the background; its base URL is read from the line
 /// it prints, and it is stopped with SIGTERM as an operator would.
