@@ -52,27 +52,20 @@ TEST(WebClientFailure, BadAnswersNeverReplaceTheThemeFile)
         {"empty body", reply("")},
         {"206", reply(fake_theme(theme_a), 206)},
         {"announced size above the limit", reply(fake_theme(theme_a, webtest::test_max_theme_bytes + 1))},
+        {"redirect", reply("", 200, kind::redirect, "/elsewhere.hlt")},  // never followed
     };
     for (const auto& [what, reply] : cases) {
         SCOPED_TRACE(what);
         client_rig rig;
         prepare(rig, reply);
+        rig.server.set_body("/elsewhere.hlt", fake_theme(theme_a, 30));
         EXPECT_TRUE(rig.download({{theme_a, 1}}));
         EXPECT_EQ(rig.server.requests(theme_server::theme_path(theme_a)), 1);
+        EXPECT_EQ(rig.server.requests("/elsewhere.hlt"), 0);
         // The run reached its end, so its completion still comes.
         EXPECT_EQ(rig.finished, 1);
         expect_former_file_kept(rig);
     }
-}
-
-TEST(WebClientFailure, RedirectsAreNotFollowed)
-{
-    client_rig rig;
-    prepare(rig, reply("", 200, kind::redirect, rig.server.url() + "/elsewhere.hlt"));
-    rig.server.set_body("/elsewhere.hlt", fake_theme(theme_a, 30));
-    EXPECT_TRUE(rig.download({{theme_a, 1}}));
-    EXPECT_EQ(rig.server.requests("/elsewhere.hlt"), 0);
-    expect_former_file_kept(rig);
 }
 
 TEST(WebClientFailure, EndlessBodyIsCutAtTheLimit)

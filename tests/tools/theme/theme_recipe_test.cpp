@@ -43,7 +43,7 @@ TEST(ThemeRecipe, ReadsLooksWithDefaultsForWhatIsLeftOut)
     EXPECT_EQ(recipe.post_processing->params.white_rolloff, 0.01);
 }
 
-TEST(ThemeRecipe, RefusesWhatWouldMakeABrokenThemeAndSaysWhere)
+TEST(ThemeRecipe, RefusesWhatWouldMakeABrokenThemeOrIsNoFileAndSaysWhere)
 {
     const std::vector<std::pair<std::string, std::string>> cases{
         {"{", "JSON error"},
@@ -83,10 +83,6 @@ TEST(ThemeRecipe, RefusesWhatWouldMakeABrokenThemeAndSaysWhere)
         EXPECT_NE(error.find(message), std::string::npos) << "expected '" << message << "' in: " << error;
         EXPECT_EQ(recipe.name, "untouched");
     }
-}
-
-TEST(ThemeRecipe, MissingFileIsNamed)
-{
     theme_recipe recipe;
     std::string error;
     EXPECT_FALSE(read_theme_recipe("/nonexistent/recipe.json", recipe, error));
