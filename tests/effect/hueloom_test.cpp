@@ -1,4 +1,4 @@
-// The effect component through its public interface: its parameters, the table it builds at
+// The effect component through its public interface: the table it builds at
 // each render setup, bypass, the theme choice and the export interface.
 #include <gtest/gtest.h>
 
@@ -39,49 +39,6 @@ std::shared_ptr<const hueloom_theme_v1> add_to_collection(std::shared_ptr<hueloo
 {
     hueloom::get_vault()->get_theme_collection()->add_or_replace_theme(theme);
     return theme;
-}
-
-TEST(HueloomParameters, SixInTheirOrderWithUidsRangesAndFlags)
-{
-    auto fx = make_component();
-    ASSERT_EQ(fx->get_parameter_count(), 6);
-    struct expected {
-        const char* name;
-        uint32_t uid;
-        param_type type;
-        float min, max, def;
-        uint32_t flags;
-    };
-    const expected table[] = {
-        {"Global Bypass", 0xD5C61B76, param_type::boolean, 0, 1, 0, 3},
-        {"Angle", 0x39C493B8, param_type::continuous, 0, 360, 0, 0},
-        {"Strength", 0xDA4D03D0, param_type::continuous, 0, 100, 0, 0},
-        {"Hue", 0x4617FAF9, param_type::continuous, 0, 200, 100, 0},
-        {"Chroma", 0x40DF899F, param_type::continuous, 0, 200, 100, 0},
-        {"Luminance", 0xDE89A541, param_type::continuous, 0, 200, 100, 0},
-    };
-    for (int i = 0; i < 6; ++i) {
-        const auto p = fx->get_parameter(i);
-        SCOPED_TRACE(table[i].name);
-        EXPECT_EQ(p->get_name(), table[i].name);
-        EXPECT_EQ(p->get_uid().value, table[i].uid);
-        EXPECT_EQ(p->get_type(), table[i].type);
-        EXPECT_EQ(p->get_flags(), table[i].flags);
-        const param_value v = p->get_param_value();
-        if (table[i].type == param_type::continuous) {
-            EXPECT_EQ(v.min.f, table[i].min);
-            EXPECT_EQ(v.max.f, table[i].max);
-            EXPECT_EQ(v.default_value.f, table[i].def);
-            EXPECT_EQ(v.value.f, table[i].def);
-        } else {
-            EXPECT_EQ(v.default_value.b, 0);
-            EXPECT_EQ(v.value.b, 0);
-        }
-    }
-    EXPECT_TRUE(fx->has_bypass());
-    // Every state blob has the same size, whatever the theme.
-    EXPECT_EQ(fx->get_state_size(), 4325877u);
-    EXPECT_EQ(fx->get_state().size(), 4325877u);
 }
 
 TEST(HueloomTable, MatchesTheThemePipelineWithTheWheelReversedAndPercentsScaled)
