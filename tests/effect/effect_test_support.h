@@ -9,6 +9,7 @@
 #include "color/hueloom_theme_v1.h"
 #include "effect/hueloom.h"
 #include "framework/chost.h"
+#include "themes/hueloom_vault.h"
 
 namespace vl1::effect_test {
 
@@ -36,6 +37,13 @@ inline std::shared_ptr<hueloom_theme_v1> make_theme(uint32_t uid, const std::str
     if (post_processing)
         theme->post_processing_lut = shifted_lut(0.0f, 0.0f, 0.02f);
     theme->background_data = {0x89, 'P', 'N', 'G'};
+    return theme;
+}
+
+/// `theme` after it joined the collection that every component of the process chooses from.
+inline std::shared_ptr<const hueloom_theme_v1> add_to_collection(std::shared_ptr<const hueloom_theme_v1> theme)
+{
+    hueloom::get_vault()->get_theme_collection()->add_or_replace_theme(theme);
     return theme;
 }
 

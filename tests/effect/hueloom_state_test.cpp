@@ -10,6 +10,7 @@
 namespace vl1 {
 namespace {
 
+using effect_test::add_to_collection;
 using effect_test::make_component;
 using effect_test::make_theme;
 using effect_test::param_of;
@@ -19,8 +20,7 @@ constexpr std::size_t flag_at = 8 + 48 * 6;
 
 TEST(HueloomState, RoundTripCarriesParametersAndThemeAndNoThemeLeavesTheRecordEmpty)
 {
-    auto theme = make_theme(0x5a7e0001, "Round trip");
-    hueloom::get_vault()->get_theme_collection()->add_or_replace_theme(theme);
+    const auto theme = add_to_collection(make_theme(0x5a7e0001, "Round trip"));
     auto first = make_component();
     first->set_current_theme_by_uuid(theme->uid);
     set_param(*first, "Angle", 123.5f);
@@ -54,8 +54,7 @@ TEST(HueloomState, AMissingThemeIsTakenFromAHostStateButRefusedFromAPreset)
 {
     // A theme that this machine has never seen: the state carries the only copy.
     auto donor = make_component();
-    auto traveller = make_theme(0x5a7e0002, "Traveller");
-    hueloom::get_vault()->get_theme_collection()->add_or_replace_theme(traveller);
+    const auto traveller = add_to_collection(make_theme(0x5a7e0002, "Traveller"));
     donor->set_current_theme_by_uuid(traveller->uid);
     auto state = donor->get_state();
     hueloom::get_vault()->get_theme_collection()->remove_theme(traveller->uid);
@@ -85,8 +84,7 @@ TEST(HueloomState, AMissingThemeIsTakenFromAHostStateButRefusedFromAPreset)
 
 TEST(HueloomState, ABrokenRecordIsRejectedAndSkipped)
 {
-    auto theme = make_theme(0x5a7e0003, "Broken");
-    hueloom::get_vault()->get_theme_collection()->add_or_replace_theme(theme);
+    const auto theme = add_to_collection(make_theme(0x5a7e0003, "Broken"));
     auto fx = make_component();
     fx->set_current_theme_by_uuid(theme->uid);
     auto state = fx->get_state();
@@ -103,8 +101,7 @@ TEST(HueloomState, ABrokenRecordIsRejectedAndSkipped)
 
 TEST(HueloomState, AShortStateRestoresParametersOnlyAndPaddingIsAccepted)
 {
-    auto theme = make_theme(0x5a7e0004, "Kept");
-    hueloom::get_vault()->get_theme_collection()->add_or_replace_theme(theme);
+    const auto theme = add_to_collection(make_theme(0x5a7e0004, "Kept"));
     auto source = make_component();
     set_param(*source, "Hue", 150.0f);
     auto state = source->get_state();

@@ -14,6 +14,7 @@
 namespace vl1 {
 namespace {
 
+using effect_test::add_to_collection;
 using effect_test::make_component;
 using effect_test::make_theme;
 using effect_test::set_param;
@@ -33,12 +34,6 @@ float max_abs_difference(const std::vector<argb_float>& a, const std::vector<arg
         worst = std::max({worst, std::abs(a[i].r - b[i].r), std::abs(a[i].g - b[i].g), std::abs(a[i].b - b[i].b),
                           std::abs(a[i].a - b[i].a)});
     return worst;
-}
-
-std::shared_ptr<const hueloom_theme_v1> add_to_collection(std::shared_ptr<hueloom_theme_v1> theme)
-{
-    hueloom::get_vault()->get_theme_collection()->add_or_replace_theme(theme);
-    return theme;
 }
 
 TEST(HueloomTable, MatchesTheThemePipelineWithTheWheelReversedAndPercentsScaled)

@@ -21,8 +21,7 @@ constexpr std::size_t ring_budget = 10u * 1024 * 1024;
 /// An effect with the built-in theme current and an open editor.
 std::shared_ptr<hueloom> editing_effect()
 {
-    auto builtin = hueloom_test::builtin_theme();
-    hueloom::get_vault()->get_theme_collection()->add_or_replace_theme(builtin);
+    const auto builtin = effect_test::add_to_collection(hueloom_test::builtin_theme());
     auto fx = std::make_shared<hueloom>([](std::weak_ptr<icomponent_v1>) { return std::make_shared<fwtest::test_view>(); });
     fx->initialize(std::make_shared<chost_v1>(fx));
     fx->set_current_theme_by_uuid(builtin->uid);
@@ -61,8 +60,7 @@ TEST(HueloomUndoMemory, UndoAndRedoCarryTheThemeAcrossAThemeChange)
 {
     auto fx = editing_effect();
     const uint32_t builtin_uid = fx->get_current_theme_uuid();
-    auto other = make_theme(0x5a7e0012, "Other");
-    hueloom::get_vault()->get_theme_collection()->add_or_replace_theme(other);
+    const auto other = effect_test::add_to_collection(make_theme(0x5a7e0012, "Other"));
 
     gesture(*fx, [&] { set_param(*fx, "Strength", 40.0f); });
     gesture(*fx, [&] { fx->set_current_theme_by_uuid(other->uid); });
