@@ -1,6 +1,6 @@
-// "hueloom-theme serve" as a studio runs it, and what downloads from it: the plug-in's own
-// download client and "hueloom-theme pull". The server runs as a real process on 127.0.0.1
-// at a port of its own choosing.
+// "hueloom-theme serve" as a studio runs it, and "hueloom-theme pull", which downloads from it
+// through the plug-in's own vault and download client. The server runs as a real process on
+// 127.0.0.1 at a port of its own choosing.
 #include <gtest/gtest.h>
 
 #include <arpa/inet.h>
@@ -21,8 +21,6 @@
 #include "tests/support/theme_looks.h"
 #include "tests/tools/run_process.h"
 #include "themes/hueloom_theme_file_serializer_v1.h"
-#include "themes/hueloom_vault.h"
-#include "themes/web/theme_file_check.h"
 
 namespace vl1 {
 namespace {
@@ -199,27 +197,6 @@ TEST_F(theme_server_test, SigintEndsAPullThatWaitsForASilentServer)
     close(fd);
     EXPECT_EQ(ended, pid) << "still running 5 s after SIGINT";
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 130);
-}
-
-TEST_F(theme_server_test, ThePluginsDownloadClientInstallsFromTheServer)
-{
-    publish(*hueloom_test::travelling_theme(), 1);
-    running_server server(served);
-    hueloom_vault vault;
-    vault.set_web_client_factory(make_web_client_factory());
-    std::atomic<bool> finished{false};
-    ASSERT_TRUE(vault.download_themes(server.url, {0x7e57f00d}, [&] { finished = true; }));
-    for (int i = 0; i < 200 && !finished; ++i)
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    ASSERT_TRUE(finished);
-    vault.stop_download_themes();
-    EXPECT_EQ(vault.get_server_version_of_theme(0x7e57f00d), 1u);
-    vault.fill_theme_collection_from_appdata({}, true);
-    const auto theme = vault.get_theme_collection()->get_theme_by_uid(0x7e57f00d);
-    ASSERT_NE(theme, nullptr);
-    EXPECT_EQ(theme->name, "Travelling");
-    // Nothing newer: the second round downloads nothing.
-    EXPECT_FALSE(vault.download_themes(server.url, {0x7e57f00d}, [] {}));
 }
 
 TEST_F(theme_server_test, UsageMistakesAndAMissingFolder)
