@@ -69,7 +69,7 @@ bool daemon_listens() noexcept
 }
 
 // Without a daemon, syslog() tries to connect anew for every line (a socket, a failed connect
-// and a close: some 9 us, four times in every render action). So whether one listens is asked
+// and a close: some 9 us, five times in every render action). So whether one listens is asked
 // at most once a second, and lines go to syslog() only while one does; the C library keeps its
 // own connection to it once made. A daemon that starts or stops is noticed within a second.
 bool syslog_listening() noexcept
