@@ -5,9 +5,10 @@
 // infinities and signed zeros included (a NaN result is NaN in both; which payload it
 // carries is the compiler's choice of operand order).
 //
-// The code names no instruction set; it is compiled twice (hsl_lanes_ops.inc), once for
-// baseline x86-64 (namespace base_lanes) and once with AVX2 on every function (avx2_lanes),
-// so that no function without AVX ever passes an eight-lane vector to another.
+// The code names no instruction set; it is compiled three times (hsl_lanes_ops.inc), for
+// baseline x86-64 (namespace base_lanes), with AVX2 on every function (avx2_lanes) and with
+// AVX-512F (avx512_lanes), so that no function ever passes a vector wider than its own
+// instruction set to another.
 #pragma once
 
 #include <cmath>
@@ -63,5 +64,10 @@ namespace vl1::detail::base_lanes {
 namespace vl1::detail::avx2_lanes {
 #include "color/hsl_lanes_ops.inc"
 }  // namespace vl1::detail::avx2_lanes
+#undef VL1_LANES
+#define VL1_LANES [[gnu::target("avx512f"), gnu::always_inline]] inline
+namespace vl1::detail::avx512_lanes {
+#include "color/hsl_lanes_ops.inc"
+}  // namespace vl1::detail::avx512_lanes
 #undef VL1_LANES
 #endif

@@ -114,6 +114,37 @@ template <std::size_t Count>
     }
 }
 
+// The same with four entries per vector of sixteen lanes.
+template <std::size_t Count>
+[[gnu::target("avx512f")]] void add_differences_avx512(lut_argb<32>& lut,
+                                                       const std::array<const lut_argb<32>*, Count>& sources,
+                                                       const std::array<float, Count>& weights)
+{
+    using V = detail::lanes_t<16>;
+    using namespace detail::avx512_lanes;
+    float row[32 * 4];
+    for (std::size_t b = 0; b < 32; ++b) {
+        row[4 * b] = 1.0f;
+        row[4 * b + 3] = static_cast<float>(b) / 31.0f;
+    }
+    std::size_t i = 0;
+    for (std::size_t r = 0; r < 32; ++r) {
+        for (std::size_t g = 0; g < 32; ++g) {
+            for (std::size_t b = 0; b < 32; ++b) {
+                row[4 * b + 1] = static_cast<float>(r) / 31.0f;
+                row[4 * b + 2] = static_cast<float>(g) / 31.0f;
+            }
+            for (std::size_t b = 0; b < 32; b += 4, i += 4) {
+                const V identity = load_lanes<V>(&row[4 * b]);
+                V entry = load_lanes<V>(&lut.data[i].a);
+                for (std::size_t k = 0; k < Count; ++k)
+                    entry = clamp_unit_lanes(entry + (load_lanes<V>(&sources[k]->data[i].a) - identity) * weights[k]);
+                store_lanes(&lut.data[i].a, entry);
+            }
+        }
+    }
+}
+
 #endif
 
 template <std::size_t Count>
@@ -128,6 +159,8 @@ void add_differences_chosen(lut_argb<32>& lut, const std::array<const lut_argb<3
         for (const lut_argb<32>* source : sources)
             if (source->data.size() != lut_argb<32>::entry_count)
                 throw std::out_of_range("vector");
+        if (path == row_kernel_path::avx512)
+            return add_differences_avx512<Count>(lut, sources, weights);
         return add_differences_avx2<Count>(lut, sources, weights);
     }
 #endif

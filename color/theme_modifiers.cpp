@@ -1,7 +1,7 @@
 // The hue, chroma and luminance refinements of a theme.
 //
 // The reference colours' HSL is computed once for the process (it depends on nothing but
-// the identity fill). The entries go through 4 or 8 at a time (hsl_lanes.h) by the
+// the identity fill). The entries go through 4, 8 or 16 at a time (hsl_lanes.h) by the
 // instruction set chosen for the row kernels; every width gives the bits of the per-entry
 // rule below.
 #include "color/theme_modifiers.h"
@@ -81,6 +81,13 @@ using namespace detail::avx2_lanes;
 }  // namespace wide
 #undef VL1_LANES
 
+#define VL1_LANES [[gnu::target("avx512f"), gnu::always_inline]] inline
+namespace widest {
+using namespace detail::avx512_lanes;
+#include "color/theme_refine_lanes.inc"
+}  // namespace widest
+#undef VL1_LANES
+
 void refine_scalar(argb_float* table, const reference_hsl& ref, float hue, float chroma, float luminance)
 {
     for (std::size_t i = 0; i < lut_argb<32>::entry_count; ++i)
@@ -100,6 +107,13 @@ void refine_4(argb_float* table, const reference_hsl& ref, float hue, float chro
         wide::refine_entries<8>(table, ref, i, hue, chroma, luminance);
 }
 
+[[gnu::target("avx512f")]] void refine_16(argb_float* table, const reference_hsl& ref, float hue, float chroma,
+                                          float luminance)
+{
+    for (std::size_t i = 0; i < lut_argb<32>::entry_count; i += 16)
+        widest::refine_entries<16>(table, ref, i, hue, chroma, luminance);
+}
+
 }  // namespace
 
 void refine_theme_entries(lut_argb<32>& lut, float hue, float chroma, float luminance, row_kernel_path path)
@@ -110,9 +124,7 @@ void refine_theme_entries(lut_argb<32>& lut, float hue, float chroma, float lumi
     if (!row_kernel_available(path))
         path = chosen_row_kernel_path();
     switch (path) {
-    // Sixteen lanes gained nothing over eight: GCC 12 builds parts of the hue sector's
-    // selection for them as scalar code.
-    case row_kernel_path::avx512:
+    case row_kernel_path::avx512: return refine_16(lut.data.data(), ref, hue, chroma, luminance);
     case row_kernel_path::avx2: return refine_8(lut.data.data(), ref, hue, chroma, luminance);
     case row_kernel_path::sse2: return refine_4(lut.data.data(), ref, hue, chroma, luminance);
     case row_kernel_path::scalar: break;

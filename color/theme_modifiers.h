@@ -7,7 +7,7 @@
 
 namespace vl1 {
 
-/// apply_theme_modifiers' pass over `lut`, 1 (scalar), 4 (sse2) or 8 (avx2 and avx512)
+/// apply_theme_modifiers' pass over `lut`, 1 (scalar), 4 (sse2), 8 (avx2) or 16 (avx512)
 /// entries at a time; a `path` this CPU can't run falls back to the chosen one. Every path
 /// gives the same bits. Throws std::out_of_range("vector") if `lut` lost its 32768 entries.
 void refine_theme_entries(lut_argb<32>& lut, float hue, float chroma, float luminance, row_kernel_path path);

@@ -1,6 +1,6 @@
 // The plug-in's one logging facility. Lines go to syslog (ident "Hueloom", LOG_USER, level
-// LOG_NOTICE); with HUELOOM_LOG=stderr also to the standard error stream as
-// "Hueloom: <text>". Nothing is formatted while no sink wants the line.
+// LOG_NOTICE) while a syslog daemon listens; with HUELOOM_LOG=stderr also to the standard
+// error stream as "Hueloom: <text>". Nothing is formatted while no sink wants the line.
 #pragma once
 
 #include <cstddef>
@@ -15,8 +15,8 @@ namespace vl1 {
 /// Longest formatted line in bytes, terminator included; longer text is cut.
 inline constexpr std::size_t log_line_capacity = 500;
 
-/// True if a written line would go anywhere (syslog's mask admits the level, stderr is on,
-/// or a capture is installed).
+/// True if a written line would go anywhere (a syslog daemon listens and syslog's mask admits
+/// the level, stderr is on, or a capture is installed).
 bool log_enabled() noexcept;
 
 /// Writes `text` as it stands, without formatting and without a length limit.

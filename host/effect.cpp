@@ -12,6 +12,9 @@ namespace {
 std::mutex registry_mutex;
 std::map<OfxPropertySetHandle, effect*> lenders;
 
+// Enough for every clip of an effect, each image fetched twice.
+constexpr std::size_t max_spare_leases = 8;
+
 void define_descriptor_properties(property_set& p)
 {
     p.define_string(kOfxPropType, {kOfxTypeImageEffect});
@@ -128,7 +131,18 @@ OfxPropertySetHandle effect::lend_image(clip& c, OfxTime time)
     auto img = c.attached();
     if (!img)
         return nullptr;
-    auto lease = std::make_unique<image_lease>();
+    std::unique_ptr<image_lease> lease;
+    {
+        std::lock_guard lock(lease_mutex);
+        if (!spare_leases.empty()) {
+            lease = std::move(spare_leases.back());
+            spare_leases.pop_back();
+        }
+    }
+    if (lease)
+        lease->props.revive(property_set::kind);
+    else
+        lease = std::make_unique<image_lease>();
     lease->img = img;
     property_set& p = lease->props;
     const auto& claims = img->claims;
@@ -172,7 +186,15 @@ bool effect::release_image(OfxPropertySetHandle handle)
         lenders.erase(it);
     }
     std::lock_guard lock(owner->lease_mutex);
-    owner->leases.erase(handle);
+    auto it = owner->leases.find(handle);
+    if (it == owner->leases.end())
+        return true;
+    std::unique_ptr<image_lease> lease = std::move(it->second);
+    owner->leases.erase(it);
+    lease->img.reset();
+    lease->props.kill();
+    if (owner->spare_leases.size() < max_spare_leases)
+        owner->spare_leases.push_back(std::move(lease));
     return true;
 }
 

@@ -88,6 +88,9 @@ private:
 
     mutable std::mutex lease_mutex;
     std::map<OfxPropertySetHandle, std::unique_ptr<image_lease>> leases;
+    // Given-back leases, their handles dead, kept for the next images: refilling a set costs
+    // a fraction of building one, and a tiling host asks for two images per tile.
+    std::vector<std::unique_ptr<image_lease>> spare_leases;
     std::atomic<int> lent_image_count{0};
     std::atomic<long> lease_counter{0};
 };

@@ -45,6 +45,14 @@ void handle_tag::kill()
     tag = handle_kind::dead;
 }
 
+void handle_tag::revive(handle_kind k)
+{
+    auto& r = registry();
+    std::unique_lock lock(r.mutex);
+    r.live[static_cast<const void*>(this)] = k;
+    tag = k;
+}
+
 handle_kind live_handle_kind(const void* handle)
 {
     if (handle == nullptr)

@@ -28,6 +28,8 @@ struct handle_tag {
     ~handle_tag();
     /// Makes the handle dead while the object lives on (an instance the plug-in destroyed).
     void kill();
+    /// Makes a killed handle live again as `k` (a given-back image's set, lent anew).
+    void revive(handle_kind k);
     handle_kind tag;
 };
 

@@ -4,13 +4,58 @@
 #include "ofx/api/ofx_image_effect.h"
 
 #include <algorithm>
+#include <mutex>
 
 namespace vl1::ofxhost {
 
+struct instance::render_arguments {
+    render_arguments();
+    void update(OfxTime time, OfxRectI window, const std::array<double, 2>& scale);
+
+    std::mutex in_use;
+    property_set sequence{set_access::read_only};
+    property_set render{set_access::read_only};
+};
+
+instance::render_arguments::render_arguments()
+{
+    sequence.define_double(kOfxImageEffectPropFrameRange, {0.0, 0.0});
+    sequence.define_double("OfxImageEffectPropFrameStep", {1.0});
+    sequence.define_int(kOfxPropIsInteractive, {0});
+    sequence.define_double(kOfxImageEffectPropRenderScale, {1.0, 1.0});
+
+    render.define_double(kOfxPropTime, {0.0});
+    render.define_string(kOfxImageEffectPropFieldToRender, {kOfxImageFieldNone});
+    render.define_int(kOfxImageEffectPropRenderWindow, {0, 0, 0, 0});
+    render.define_double(kOfxImageEffectPropRenderScale, {1.0, 1.0});
+    render.define_int("OfxImageEffectPropSequentialRenderStatus", {0});
+    render.define_int("OfxImageEffectPropInteractiveRenderStatus", {0});
+    render.define_int("OfxImageEffectPropRenderQualityDraft", {0});
+}
+
+void instance::render_arguments::update(OfxTime time, OfxRectI window, const std::array<double, 2>& scale)
+{
+    sequence.set_double(kOfxImageEffectPropFrameRange, time, 0);
+    sequence.set_double(kOfxImageEffectPropFrameRange, time, 1);
+    render.set_double(kOfxPropTime, time);
+    const int corners[4] = {window.x1, window.y1, window.x2, window.y2};
+    for (int i = 0; i < 4; ++i)
+        render.set_int(kOfxImageEffectPropRenderWindow, corners[i], i);
+    for (int i = 0; i < 2; ++i) {
+        sequence.set_double(kOfxImageEffectPropRenderScale, scale[i], i);
+        render.set_double(kOfxImageEffectPropRenderScale, scale[i], i);
+    }
+}
+
 instance::instance(std::shared_ptr<library> lib, OfxPlugin* record, std::unique_ptr<effect> fx)
-    : binary(std::move(lib)), plugin_record(record), effect_instance(std::move(fx))
+    : binary(std::move(lib)),
+      plugin_record(record),
+      effect_instance(std::move(fx)),
+      render_sets(std::make_unique<render_arguments>())
 {
 }
+
+instance::instance(instance&&) noexcept = default;
 
 instance& instance::operator=(instance&& other) noexcept
 {
@@ -21,6 +66,7 @@ instance& instance::operator=(instance&& other) noexcept
         plugin_record = other.plugin_record;
         effect_instance = std::move(other.effect_instance);
         is_alive = other.is_alive;
+        render_sets = std::move(other.render_sets);
     }
     return *this;
 }
@@ -82,27 +128,21 @@ void check_clip_depths(effect& fx)
 OfxStatus instance::render(OfxTime time, OfxRectI window)
 {
     check_clip_depths(*effect_instance);
-    const std::array<double, 2> scale = effect_instance->render_scale();
-    property_set sequence(set_access::read_only);
-    sequence.define_double(kOfxImageEffectPropFrameRange, {time, time});
-    sequence.define_double("OfxImageEffectPropFrameStep", {1.0});
-    sequence.define_int(kOfxPropIsInteractive, {0});
-    sequence.define_double(kOfxImageEffectPropRenderScale, {scale[0], scale[1]});
+    std::unique_lock reuse(render_sets->in_use, std::try_to_lock);
+    if (reuse.owns_lock())
+        return render_with(*render_sets, time, window);
+    render_arguments own;
+    return render_with(own, time, window);
+}
 
-    property_set args(set_access::read_only);
-    args.define_double(kOfxPropTime, {time});
-    args.define_string(kOfxImageEffectPropFieldToRender, {kOfxImageFieldNone});
-    args.define_int(kOfxImageEffectPropRenderWindow, {window.x1, window.y1, window.x2, window.y2});
-    args.define_double(kOfxImageEffectPropRenderScale, {scale[0], scale[1]});
-    args.define_int("OfxImageEffectPropSequentialRenderStatus", {0});
-    args.define_int("OfxImageEffectPropInteractiveRenderStatus", {0});
-    args.define_int("OfxImageEffectPropRenderQualityDraft", {0});
-
-    const OfxStatus begin = call_action(kOfxImageEffectActionBeginSequenceRender, sequence.handle(), nullptr);
+OfxStatus instance::render_with(render_arguments& arguments, OfxTime time, OfxRectI window)
+{
+    arguments.update(time, window, effect_instance->render_scale());
+    const OfxStatus begin = call_action(kOfxImageEffectActionBeginSequenceRender, arguments.sequence.handle(), nullptr);
     if (begin != kOfxStatOK && begin != kOfxStatReplyDefault)
         return begin;
-    const OfxStatus st = call_action(kOfxImageEffectActionRender, args.handle(), nullptr);
-    call_action(kOfxImageEffectActionEndSequenceRender, sequence.handle(), nullptr);
+    const OfxStatus st = call_action(kOfxImageEffectActionRender, arguments.render.handle(), nullptr);
+    call_action(kOfxImageEffectActionEndSequenceRender, arguments.sequence.handle(), nullptr);
     return st;
 }
 

@@ -18,7 +18,7 @@ namespace vl1::ofxhost {
 class instance {
 public:
     instance(std::shared_ptr<library> lib, OfxPlugin* record, std::unique_ptr<effect> fx);
-    instance(instance&&) noexcept = default;
+    instance(instance&&) noexcept;
     instance& operator=(instance&& other) noexcept;
     /// Destroys the instance if it is still alive.
     ~instance();
@@ -72,10 +72,16 @@ public:
                           OfxPropertySetHandle out_args = nullptr);
 
 private:
+    struct render_arguments;
+    OfxStatus render_with(render_arguments& arguments, OfxTime time, OfxRectI window);
+
     std::shared_ptr<library> binary;
     OfxPlugin* plugin_record = nullptr;
     std::unique_ptr<effect> effect_instance;
     bool is_alive = true;
+    // The argument sets of the render actions, built once and refilled: a tiling host renders
+    // many times a frame. A render that finds them taken by another thread builds its own.
+    std::unique_ptr<render_arguments> render_sets;
 };
 
 }  // namespace vl1::ofxhost

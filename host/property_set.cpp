@@ -42,17 +42,19 @@ const char* prop_type_name(prop_type type)
 
 property_set::property_set(set_access access) : handle_tag(kind), access_mode(access) {}
 
-void property_set::define(const std::string& name, prop_type type, std::vector<prop_value> defaults,
+void property_set::define(std::string_view name, prop_type type, std::vector<prop_value> defaults,
                           prop_dimension dimension, bool plugin_writable)
 {
     std::lock_guard lock(values_mutex);
     for (const auto& v : defaults) {
         if (type_of_value(v) != type)
-            throw host_error("property " + name + ": default of the wrong type");
+            throw host_error("property " + std::string(name) + ": default of the wrong type");
     }
-    auto [it, inserted] = by_name.try_emplace(name);
-    if (inserted)
-        definition_order.push_back(name);
+    auto it = by_name.lower_bound(name);
+    if (it == by_name.end() || it->first != name) {
+        it = by_name.try_emplace(it, std::string(name));
+        definition_order.push_back(&it->first);
+    }
     property& p = it->second;
     p.type = type;
     p.dimension = dimension;
@@ -61,28 +63,28 @@ void property_set::define(const std::string& name, prop_type type, std::vector<p
     p.defaults = std::move(defaults);
 }
 
-void property_set::define_int(const std::string& name, std::vector<int> values, prop_dimension dimension)
+void property_set::define_int(std::string_view name, std::vector<int> values, prop_dimension dimension)
 {
     define(name, prop_type::integer, {values.begin(), values.end()}, dimension);
 }
 
-void property_set::define_double(const std::string& name, std::vector<double> values, prop_dimension dimension)
+void property_set::define_double(std::string_view name, std::vector<double> values, prop_dimension dimension)
 {
     define(name, prop_type::real, {values.begin(), values.end()}, dimension);
 }
 
-void property_set::define_string(const std::string& name, std::vector<std::string> values,
+void property_set::define_string(std::string_view name, std::vector<std::string> values,
                                  prop_dimension dimension)
 {
     define(name, prop_type::string, {values.begin(), values.end()}, dimension);
 }
 
-void property_set::define_pointer(const std::string& name, void* value)
+void property_set::define_pointer(std::string_view name, void* value)
 {
     define(name, prop_type::pointer, {value});
 }
 
-void property_set::protect(const std::string& name)
+void property_set::protect(std::string_view name)
 {
     std::lock_guard lock(values_mutex);
     auto it = by_name.find(name);
@@ -95,77 +97,81 @@ void property_set::copy_from(const property_set& other)
     if (&other == this)
         return;
     std::scoped_lock lock(values_mutex, other.values_mutex);
-    for (const auto& name : other.definition_order) {
-        auto [it, inserted] = by_name.insert_or_assign(name, other.by_name.at(name));
+    for (const std::string* name : other.definition_order) {
+        auto [it, inserted] = by_name.insert_or_assign(*name, other.by_name.find(*name)->second);
         if (inserted)
-            definition_order.push_back(name);
+            definition_order.push_back(&it->first);
     }
 }
 
-bool property_set::has(const std::string& name) const
+bool property_set::has(std::string_view name) const
 {
     std::lock_guard lock(values_mutex);
     return by_name.count(name) != 0;
 }
 
-int property_set::dimension(const std::string& name) const
+int property_set::dimension(std::string_view name) const
 {
     std::lock_guard lock(values_mutex);
     auto it = by_name.find(name);
     if (it == by_name.end())
-        throw host_error("no property " + name);
+        throw host_error("no property " + std::string(name));
     return static_cast<int>(it->second.values.size());
 }
 
-prop_type property_set::type_of(const std::string& name) const
+prop_type property_set::type_of(std::string_view name) const
 {
     std::lock_guard lock(values_mutex);
     auto it = by_name.find(name);
     if (it == by_name.end())
-        throw host_error("no property " + name);
+        throw host_error("no property " + std::string(name));
     return it->second.type;
 }
 
 std::vector<std::string> property_set::names() const
 {
     std::lock_guard lock(values_mutex);
-    return definition_order;
+    std::vector<std::string> out;
+    out.reserve(definition_order.size());
+    for (const std::string* name : definition_order)
+        out.push_back(*name);
+    return out;
 }
 
-const property_set::property& property_set::find(const std::string& name, prop_type type, int index) const
+const property_set::property& property_set::find(std::string_view name, prop_type type, int index) const
 {
     auto it = by_name.find(name);
     if (it == by_name.end())
-        throw host_error("no property " + name);
+        throw host_error("no property " + std::string(name));
     if (it->second.type != type) {
-        throw host_error("property " + name + " is of type " + prop_type_name(it->second.type) + ", not " +
+        throw host_error("property " + std::string(name) + " is of type " + prop_type_name(it->second.type) + ", not " +
                          prop_type_name(type));
     }
     if (index < 0 || index >= static_cast<int>(it->second.values.size())) {
-        throw host_error("property " + name + " has no index " + std::to_string(index));
+        throw host_error("property " + std::string(name) + " has no index " + std::to_string(index));
     }
     return it->second;
 }
 
-int property_set::get_int(const std::string& name, int index) const
+int property_set::get_int(std::string_view name, int index) const
 {
     std::lock_guard lock(values_mutex);
     return std::get<int>(find(name, prop_type::integer, index).values[index]);
 }
 
-double property_set::get_double(const std::string& name, int index) const
+double property_set::get_double(std::string_view name, int index) const
 {
     std::lock_guard lock(values_mutex);
     return std::get<double>(find(name, prop_type::real, index).values[index]);
 }
 
-std::string property_set::get_string(const std::string& name, int index) const
+std::string property_set::get_string(std::string_view name, int index) const
 {
     std::lock_guard lock(values_mutex);
     return std::get<std::string>(find(name, prop_type::string, index).values[index]);
 }
 
-void* property_set::get_pointer(const std::string& name, int index) const
+void* property_set::get_pointer(std::string_view name, int index) const
 {
     std::lock_guard lock(values_mutex);
     return std::get<void*>(find(name, prop_type::pointer, index).values[index]);
@@ -180,28 +186,28 @@ static std::vector<T> all_of(const std::deque<prop_value>& values)
     return out;
 }
 
-std::vector<int> property_set::get_ints(const std::string& name) const
+std::vector<int> property_set::get_ints(std::string_view name) const
 {
     std::lock_guard lock(values_mutex);
     return all_of<int>(find(name, prop_type::integer, 0).values);
 }
 
-std::vector<double> property_set::get_doubles(const std::string& name) const
+std::vector<double> property_set::get_doubles(std::string_view name) const
 {
     std::lock_guard lock(values_mutex);
     return all_of<double>(find(name, prop_type::real, 0).values);
 }
 
-std::vector<std::string> property_set::get_strings(const std::string& name) const
+std::vector<std::string> property_set::get_strings(std::string_view name) const
 {
     std::lock_guard lock(values_mutex);
     auto it = by_name.find(name);
     if (it == by_name.end() || it->second.type != prop_type::string)
-        throw host_error("no string property " + name);
+        throw host_error("no string property " + std::string(name));
     return all_of<std::string>(it->second.values);
 }
 
-void property_set::host_set(const std::string& name, prop_type type, prop_value value, int index)
+void property_set::host_set(std::string_view name, prop_type type, prop_value value, int index)
 {
     std::lock_guard lock(values_mutex);
     auto it = by_name.find(name);
@@ -211,34 +217,34 @@ void property_set::host_set(const std::string& name, prop_type type, prop_value 
     }
     property& p = it->second;
     if (p.type != type)
-        throw host_error("property " + name + " is of type " + prop_type_name(p.type));
+        throw host_error("property " + std::string(name) + " is of type " + prop_type_name(p.type));
     if (index < 0 || index > static_cast<int>(p.values.size())) {
-        throw host_error("property " + name + " has no index " + std::to_string(index));
+        throw host_error("property " + std::string(name) + " has no index " + std::to_string(index));
     }
     assign(p, index, std::move(value));
 }
 
-void property_set::set_int(const std::string& name, int value, int index)
+void property_set::set_int(std::string_view name, int value, int index)
 {
     host_set(name, prop_type::integer, value, index);
 }
 
-void property_set::set_double(const std::string& name, double value, int index)
+void property_set::set_double(std::string_view name, double value, int index)
 {
     host_set(name, prop_type::real, value, index);
 }
 
-void property_set::set_string(const std::string& name, const std::string& value, int index)
+void property_set::set_string(std::string_view name, const std::string& value, int index)
 {
     host_set(name, prop_type::string, value, index);
 }
 
-void property_set::set_pointer(const std::string& name, void* value, int index)
+void property_set::set_pointer(std::string_view name, void* value, int index)
 {
     host_set(name, prop_type::pointer, value, index);
 }
 
-std::string property_set::format(const std::string& name) const
+std::string property_set::format(std::string_view name) const
 {
     std::lock_guard lock(values_mutex);
     auto it = by_name.find(name);
@@ -269,8 +275,8 @@ OfxStatus property_set::check_writable(const char* name, prop_type type, propert
     if (it == by_name.end()) {
         if (access_mode != set_access::open)
             return kOfxStatErrUnknown;
-        it = by_name.try_emplace(name).first;
-        definition_order.push_back(name);
+        it = by_name.try_emplace(std::string(name)).first;
+        definition_order.push_back(&it->first);
         it->second.type = type;
         it->second.dimension = prop_dimension::variable;
     }

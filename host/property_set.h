@@ -23,6 +23,7 @@
 #include <map>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -50,39 +51,39 @@ public:
 
     /// Defines (or redefines) a property with its default values; the dimension is the
     /// number of values, and `variable` lets the plug-in grow or shrink it.
-    void define(const std::string& name, prop_type type, std::vector<prop_value> defaults,
+    void define(std::string_view name, prop_type type, std::vector<prop_value> defaults,
                 prop_dimension dimension = prop_dimension::fixed, bool plugin_writable = true);
-    void define_int(const std::string& name, std::vector<int> values,
+    void define_int(std::string_view name, std::vector<int> values,
                     prop_dimension dimension = prop_dimension::fixed);
-    void define_double(const std::string& name, std::vector<double> values,
+    void define_double(std::string_view name, std::vector<double> values,
                        prop_dimension dimension = prop_dimension::fixed);
-    void define_string(const std::string& name, std::vector<std::string> values,
+    void define_string(std::string_view name, std::vector<std::string> values,
                        prop_dimension dimension = prop_dimension::fixed);
-    void define_pointer(const std::string& name, void* value);
+    void define_pointer(std::string_view name, void* value);
     /// Marks a property as one the plug-in may read but never write.
-    void protect(const std::string& name);
+    void protect(std::string_view name);
     /// Copies every property of `other` (values, defaults, dimension rules) into this set.
     void copy_from(const property_set& other);
 
     // Host-side access. Getters throw host_error for an unknown name, another type or a bad
     // index; setters define the property when it is missing and grow it by one at most.
-    bool has(const std::string& name) const;
-    int dimension(const std::string& name) const;
-    prop_type type_of(const std::string& name) const;
+    bool has(std::string_view name) const;
+    int dimension(std::string_view name) const;
+    prop_type type_of(std::string_view name) const;
     std::vector<std::string> names() const;
-    int get_int(const std::string& name, int index = 0) const;
-    double get_double(const std::string& name, int index = 0) const;
-    std::string get_string(const std::string& name, int index = 0) const;
-    void* get_pointer(const std::string& name, int index = 0) const;
-    std::vector<int> get_ints(const std::string& name) const;
-    std::vector<double> get_doubles(const std::string& name) const;
-    std::vector<std::string> get_strings(const std::string& name) const;
-    void set_int(const std::string& name, int value, int index = 0);
-    void set_double(const std::string& name, double value, int index = 0);
-    void set_string(const std::string& name, const std::string& value, int index = 0);
-    void set_pointer(const std::string& name, void* value, int index = 0);
+    int get_int(std::string_view name, int index = 0) const;
+    double get_double(std::string_view name, int index = 0) const;
+    std::string get_string(std::string_view name, int index = 0) const;
+    void* get_pointer(std::string_view name, int index = 0) const;
+    std::vector<int> get_ints(std::string_view name) const;
+    std::vector<double> get_doubles(std::string_view name) const;
+    std::vector<std::string> get_strings(std::string_view name) const;
+    void set_int(std::string_view name, int value, int index = 0);
+    void set_double(std::string_view name, double value, int index = 0);
+    void set_string(std::string_view name, const std::string& value, int index = 0);
+    void set_pointer(std::string_view name, void* value, int index = 0);
     /// The values as text for listings: `1, 2`, `0.5`, `"text"`, `null`; "" if absent.
-    std::string format(const std::string& name) const;
+    std::string format(std::string_view name) const;
 
     // Plug-in side, with the access rules and OFX status codes; used by the property suite.
     OfxStatus plugin_set(const char* name, int index, prop_value value);
@@ -101,15 +102,17 @@ private:
         std::deque<prop_value> values;
         std::vector<prop_value> defaults;
     };
-    const property& find(const std::string& name, prop_type type, int index) const;
-    void host_set(const std::string& name, prop_type type, prop_value value, int index);
+    const property& find(std::string_view name, prop_type type, int index) const;
+    void host_set(std::string_view name, prop_type type, prop_value value, int index);
     OfxStatus check_writable(const char* name, prop_type type, property** out);
     static void assign(property& p, int index, prop_value value);
 
     set_access access_mode;
     mutable std::recursive_mutex values_mutex;
-    std::map<std::string, property> by_name;
-    std::vector<std::string> definition_order;
+    // Looked up by the plug-in's C strings without making a std::string of each name.
+    std::map<std::string, property, std::less<>> by_name;
+    // The keys of by_name in the order of definition (map nodes never move).
+    std::vector<const std::string*> definition_order;
 };
 
 }  // namespace vl1::ofxhost

@@ -3,6 +3,7 @@
 #include "host/handle.h"
 #include "host/host_state.h"
 
+#include <algorithm>
 #include <condition_variable>
 #include <mutex>
 #include <thread>
@@ -30,8 +31,9 @@ unsigned int cpu_count()
     const unsigned configured = current_state().cpu_count;
     if (configured != 0)
         return configured;
-    const unsigned n = std::thread::hardware_concurrency();
-    return n == 0 ? 1 : n;
+    // Asked once: it reads a file under /sys at every call, and plug-ins ask at every render.
+    static const unsigned hardware = std::max(1u, std::thread::hardware_concurrency());
+    return hardware;
 }
 
 OfxStatus multi_thread(OfxThreadFunctionV1* func, unsigned int n, void* arg)

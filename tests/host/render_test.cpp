@@ -161,7 +161,21 @@ TEST_F(render_test, ImagesCarryTheirPropertiesToThePlugin)
     EXPECT_EQ(inst.outstanding_images(), 1);
     EXPECT_EQ(es->clipReleaseImage(img), kOfxStatOK);
     EXPECT_EQ(es->clipReleaseImage(img), kOfxStatErrBadHandle);
+    EXPECT_EQ(ps->propGetInt(img, kOfxImagePropRowBytes, 0, &row_bytes), kOfxStatErrBadHandle);
     EXPECT_EQ(inst.outstanding_images(), 0);
+
+    // The next image lent carries its own values, not those of the one given back.
+    auto byte_src = pattern(pixel_depth::byte, {});
+    inst.set_clip_image("Source", byte_src);
+    ASSERT_EQ(es->clipGetImage(clip, 0.0, nullptr, &img), kOfxStatOK);
+    char* depth = nullptr;
+    EXPECT_EQ(ps->propGetString(img, kOfxImageEffectPropPixelDepth, 0, &depth), kOfxStatOK);
+    EXPECT_STREQ(depth, kOfxBitDepthByte);
+    EXPECT_EQ(ps->propGetInt(img, kOfxImagePropRowBytes, 0, &row_bytes), kOfxStatOK);
+    EXPECT_EQ(row_bytes, byte_src->row_bytes());
+    EXPECT_EQ(ps->propGetPointer(img, kOfxImagePropData, 0, &data), kOfxStatOK);
+    EXPECT_EQ(data, byte_src->data());
+    EXPECT_EQ(es->clipReleaseImage(img), kOfxStatOK);
 
     inst.set_clip_image("Source", nullptr);
     EXPECT_EQ(es->clipGetImage(clip, 0.0, nullptr, &img), kOfxStatFailed);
