@@ -38,11 +38,6 @@ void add_differences(lut_argb<32>& lut, const std::array<const lut_argb<32>*, Co
                      const std::array<float, Count>& weights)
 {
     constexpr std::size_t count = Count;
-    if (lut.data.size() != lut_argb<32>::entry_count)
-        throw std::out_of_range("vector");
-    for (std::size_t k = 0; k < count; ++k)
-        if (sources[k]->data.size() != lut_argb<32>::entry_count)
-            throw std::out_of_range("vector");
 
     std::array<float, 32> grid{};
     for (std::size_t i = 0; i < 32; ++i)
@@ -81,9 +76,32 @@ void add_differences(lut_argb<32>& lut, const std::array<const lut_argb<32>*, Co
 
 #if defined(__x86_64__)
 
+// The identity entries (1, r / 31, g / 31, b / 31) of one row of the table (fixed r and g),
+// laid out as the table's floats, so that vector code loads them as it loads entries.
+class identity_row {
+public:
+    identity_row()
+    {
+        for (std::size_t b = 0; b < 32; ++b) {
+            values[4 * b] = 1.0f;
+            values[4 * b + 3] = static_cast<float>(b) / 31.0f;
+        }
+    }
+    void move_to(std::size_t r, std::size_t g)
+    {
+        for (std::size_t b = 0; b < 32; ++b) {
+            values[4 * b + 1] = static_cast<float>(r) / 31.0f;
+            values[4 * b + 2] = static_cast<float>(g) / 31.0f;
+        }
+    }
+    const float* at(std::size_t b) const { return &values[4 * b]; }
+
+private:
+    float values[32 * 4];
+};
+
 // add_differences with two entries per vector of eight lanes, each lane the operations of
-// the same lane above. The identity of a row of 32 entries (fixed r and g) is laid out once
-// per row.
+// the same lane above.
 template <std::size_t Count>
 [[gnu::target("avx2")]] void add_differences_avx2(lut_argb<32>& lut,
                                                   const std::array<const lut_argb<32>*, Count>& sources,
@@ -91,23 +109,15 @@ template <std::size_t Count>
 {
     using V = detail::lanes_t<8>;
     using namespace detail::avx2_lanes;
-    float row[32 * 4];
-    for (std::size_t b = 0; b < 32; ++b) {
-        row[4 * b] = 1.0f;
-        row[4 * b + 3] = static_cast<float>(b) / 31.0f;
-    }
-    std::size_t i = 0;
-    for (std::size_t r = 0; r < 32; ++r) {
+    identity_row row;
+    for (std::size_t r = 0, i = 0; r < 32; ++r) {
         for (std::size_t g = 0; g < 32; ++g) {
-            for (std::size_t b = 0; b < 32; ++b) {
-                row[4 * b + 1] = static_cast<float>(r) / 31.0f;
-                row[4 * b + 2] = static_cast<float>(g) / 31.0f;
-            }
+            row.move_to(r, g);
             for (std::size_t b = 0; b < 32; b += 2, i += 2) {
-                const V identity = load_lanes<V>(&row[4 * b]);
                 V entry = load_lanes<V>(&lut.data[i].a);
                 for (std::size_t k = 0; k < Count; ++k)
-                    entry = clamp_unit_lanes(entry + (load_lanes<V>(&sources[k]->data[i].a) - identity) * weights[k]);
+                    entry = clamp_unit_lanes(entry + (load_lanes<V>(&sources[k]->data[i].a) - load_lanes<V>(row.at(b))) *
+                                                         weights[k]);
                 store_lanes(&lut.data[i].a, entry);
             }
         }
@@ -122,23 +132,15 @@ template <std::size_t Count>
 {
     using V = detail::lanes_t<16>;
     using namespace detail::avx512_lanes;
-    float row[32 * 4];
-    for (std::size_t b = 0; b < 32; ++b) {
-        row[4 * b] = 1.0f;
-        row[4 * b + 3] = static_cast<float>(b) / 31.0f;
-    }
-    std::size_t i = 0;
-    for (std::size_t r = 0; r < 32; ++r) {
+    identity_row row;
+    for (std::size_t r = 0, i = 0; r < 32; ++r) {
         for (std::size_t g = 0; g < 32; ++g) {
-            for (std::size_t b = 0; b < 32; ++b) {
-                row[4 * b + 1] = static_cast<float>(r) / 31.0f;
-                row[4 * b + 2] = static_cast<float>(g) / 31.0f;
-            }
+            row.move_to(r, g);
             for (std::size_t b = 0; b < 32; b += 4, i += 4) {
-                const V identity = load_lanes<V>(&row[4 * b]);
                 V entry = load_lanes<V>(&lut.data[i].a);
                 for (std::size_t k = 0; k < Count; ++k)
-                    entry = clamp_unit_lanes(entry + (load_lanes<V>(&sources[k]->data[i].a) - identity) * weights[k]);
+                    entry = clamp_unit_lanes(entry + (load_lanes<V>(&sources[k]->data[i].a) - load_lanes<V>(row.at(b))) *
+                                                         weights[k]);
                 store_lanes(&lut.data[i].a, entry);
             }
         }
@@ -151,18 +153,17 @@ template <std::size_t Count>
 void add_differences_chosen(lut_argb<32>& lut, const std::array<const lut_argb<32>*, Count>& sources,
                             const std::array<float, Count>& weights)
 {
+    if (lut.data.size() != lut_argb<32>::entry_count)
+        throw std::out_of_range("vector");
+    for (const lut_argb<32>* source : sources)
+        if (source->data.size() != lut_argb<32>::entry_count)
+            throw std::out_of_range("vector");
 #if defined(__x86_64__)
     const row_kernel_path path = chosen_row_kernel_path();
-    if (path == row_kernel_path::avx2 || path == row_kernel_path::avx512) {
-        if (lut.data.size() != lut_argb<32>::entry_count)
-            throw std::out_of_range("vector");
-        for (const lut_argb<32>* source : sources)
-            if (source->data.size() != lut_argb<32>::entry_count)
-                throw std::out_of_range("vector");
-        if (path == row_kernel_path::avx512)
-            return add_differences_avx512<Count>(lut, sources, weights);
+    if (path == row_kernel_path::avx512)
+        return add_differences_avx512<Count>(lut, sources, weights);
+    if (path == row_kernel_path::avx2)
         return add_differences_avx2<Count>(lut, sources, weights);
-    }
 #endif
     add_differences<Count>(lut, sources, weights);
 }

@@ -320,17 +320,26 @@ OfxStatus property_set::plugin_set_n(const char* name, const std::vector<prop_va
     return kOfxStatOK;
 }
 
-OfxStatus property_set::plugin_get(const char* name, int index, prop_type type, const prop_value** out) const
+OfxStatus property_set::find_for_plugin(const char* name, prop_type type, const property** out) const
 {
-    std::lock_guard lock(values_mutex);
     auto it = by_name.find(name);
     if (it == by_name.end())
         return kOfxStatErrUnknown;
     if (it->second.type != type)
         return kOfxStatErrValue;
-    if (index < 0 || index >= static_cast<int>(it->second.values.size()))
+    *out = &it->second;
+    return kOfxStatOK;
+}
+
+OfxStatus property_set::plugin_get(const char* name, int index, prop_type type, const prop_value** out) const
+{
+    std::lock_guard lock(values_mutex);
+    const property* p = nullptr;
+    if (OfxStatus st = find_for_plugin(name, type, &p); st != kOfxStatOK)
+        return st;
+    if (index < 0 || index >= static_cast<int>(p->values.size()))
         return kOfxStatErrBadIndex;
-    *out = &it->second.values[index];
+    *out = &p->values[index];
     return kOfxStatOK;
 }
 
@@ -338,16 +347,14 @@ OfxStatus property_set::plugin_get_n(const char* name, int count, prop_type type
                                      std::vector<const prop_value*>& out) const
 {
     std::lock_guard lock(values_mutex);
-    auto it = by_name.find(name);
-    if (it == by_name.end())
-        return kOfxStatErrUnknown;
-    if (it->second.type != type)
-        return kOfxStatErrValue;
-    if (count <= 0 || count > static_cast<int>(it->second.values.size()))
+    const property* p = nullptr;
+    if (OfxStatus st = find_for_plugin(name, type, &p); st != kOfxStatOK)
+        return st;
+    if (count <= 0 || count > static_cast<int>(p->values.size()))
         return kOfxStatErrBadIndex;
     out.clear();
     for (int i = 0; i < count; ++i)
-        out.push_back(&it->second.values[i]);
+        out.push_back(&p->values[i]);
     return kOfxStatOK;
 }
 

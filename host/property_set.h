@@ -105,6 +105,8 @@ private:
     const property& find(std::string_view name, prop_type type, int index) const;
     void host_set(std::string_view name, prop_type type, prop_value value, int index);
     OfxStatus check_writable(const char* name, prop_type type, property** out);
+    /// The plug-in's read of `name` as `type`: unknown and mistyped names as OFX says.
+    OfxStatus find_for_plugin(const char* name, prop_type type, const property** out) const;
     static void assign(property& p, int index, prop_value value);
 
     set_access access_mode;
