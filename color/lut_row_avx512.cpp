@@ -1,5 +1,6 @@
-// The AVX-512F row kernel: four pixels per register, each in one 128-bit quarter, so every
-// lane does what the same lane of the SSE2 kernel does.
+// The AVX-512F row kernel: pixels are read, placed on the grid and written four per register,
+// each in one 128-bit quarter; the sampling step (lut_sample_avx512.h) keeps the scalar
+// step's operations on every value.
 #include "color/lut_row_simd.h"
 
 #if defined(__x86_64__)
