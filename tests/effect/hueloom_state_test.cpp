@@ -2,15 +2,12 @@
 // host or from a preset does when its theme is or isn't known on this machine.
 #include <gtest/gtest.h>
 
-#include <cstring>
-
 #include "tests/effect/effect_test_support.h"
 #include "themes/hueloom_vault.h"
 
 namespace vl1 {
 namespace {
 
-using effect_test::add_to_collection;
 using effect_test::make_component;
 using effect_test::make_theme;
 using effect_test::param_of;
@@ -20,9 +17,8 @@ constexpr std::size_t flag_at = 8 + 48 * 6;
 
 TEST(HueloomState, RoundTripCarriesParametersAndThemeAndNoThemeLeavesTheRecordEmpty)
 {
-    const auto theme = add_to_collection(make_theme(0x5a7e0001, "Round trip"));
-    auto first = make_component();
-    first->set_current_theme_by_uuid(theme->uid);
+    const auto theme = make_theme(0x5a7e0001, "Round trip");
+    auto first = make_component(theme);
     set_param(*first, "Angle", 123.5f);
     set_param(*first, "Strength", 42.0f);
     auto state = first->get_state();
@@ -53,10 +49,8 @@ TEST(HueloomState, RoundTripCarriesParametersAndThemeAndNoThemeLeavesTheRecordEm
 TEST(HueloomState, AMissingThemeIsTakenFromAHostStateButRefusedFromAPreset)
 {
     // A theme that this machine has never seen: the state carries the only copy.
-    auto donor = make_component();
-    const auto traveller = add_to_collection(make_theme(0x5a7e0002, "Traveller"));
-    donor->set_current_theme_by_uuid(traveller->uid);
-    auto state = donor->get_state();
+    const auto traveller = make_theme(0x5a7e0002, "Traveller");
+    auto state = make_component(traveller)->get_state();
     hueloom::get_vault()->get_theme_collection()->remove_theme(traveller->uid);
 
     auto from_preset = make_component();
@@ -78,20 +72,16 @@ TEST(HueloomState, AMissingThemeIsTakenFromAHostStateButRefusedFromAPreset)
     // Its looks are intact: the same table as from the original theme.
     lut_argb<32> expected;
     traveller->apply_theme(expected, 360.0f, 0.0f, 1.0f, 1.0f, 1.0f);
-    const auto table = effect_test::table_after_setup(*from_host);
-    EXPECT_EQ(std::memcmp(table.data.data(), expected.data.data(), expected.data.size() * sizeof(argb_float)), 0);
+    EXPECT_TRUE(effect_test::same_bits(effect_test::table_after_setup(*from_host).data, expected.data));
 }
 
 TEST(HueloomState, ABrokenRecordIsRejectedAndSkipped)
 {
-    const auto theme = add_to_collection(make_theme(0x5a7e0003, "Broken"));
-    auto fx = make_component();
-    fx->set_current_theme_by_uuid(theme->uid);
-    auto state = fx->get_state();
+    const auto theme = make_theme(0x5a7e0003, "Broken");
+    auto state = make_component(theme)->get_state();
     state[flag_at + 1] ^= 0xff;  // the record's magic
 
-    auto other = make_component();
-    other->set_current_theme_by_uuid(theme->uid);
+    auto other = make_component(theme);
     std::string reason;
     EXPECT_TRUE(other->is_state_rejected(state, true, reason));
     EXPECT_EQ(reason, "An error occured when loading a saved theme.");
@@ -101,13 +91,12 @@ TEST(HueloomState, ABrokenRecordIsRejectedAndSkipped)
 
 TEST(HueloomState, AShortStateRestoresParametersOnlyAndPaddingIsAccepted)
 {
-    const auto theme = add_to_collection(make_theme(0x5a7e0004, "Kept"));
+    const auto theme = make_theme(0x5a7e0004, "Kept");
     auto source = make_component();
     set_param(*source, "Hue", 150.0f);
     auto state = source->get_state();
 
-    auto fx = make_component();
-    fx->set_current_theme_by_uuid(theme->uid);
+    auto fx = make_component(theme);
     std::vector<uint8_t> base_only(state.begin(), state.begin() + flag_at);
     std::string reason;
     EXPECT_FALSE(fx->is_state_rejected(base_only, false, reason));
