@@ -55,7 +55,7 @@ TEST(PresetSaveLoad, RestoresEveryParameterAndTheComponentsOwnStateFromAFolderUn
     EXPECT_EQ(r.component->theme, "Ocean");
 }
 
-TEST(PresetSaveLoad, ExistingNameNeedsOverwrite)
+TEST(PresetSaveLoad, ExistingNameNeedsOverwriteAndAFailedSaveLeavesNoLitter)
 {
     auto r = make_rig();
     preset_manager manager(r.component);
@@ -74,6 +74,15 @@ TEST(PresetSaveLoad, ExistingNameNeedsOverwrite)
     EXPECT_EQ(r.component->steps->get_value(), 2);
     // Nothing but the preset itself is left in the folder.
     EXPECT_EQ(folder_names(manager.preset_folder()), std::set<std::string>{"Same.json"});
+
+    // A folder in place of the file: the finished text can't be moved there, and no
+    // temporary file stays behind.
+    fs::create_directory(manager.preset_path("Blocked"));
+    std::string reason;
+    EXPECT_EQ(manager.save_preset("Blocked", true, reason), preset_save_failed);
+    EXPECT_NE(reason.find("{en:"), std::string::npos);
+    EXPECT_TRUE(fs::is_directory(manager.preset_path("Blocked")));
+    EXPECT_EQ(folder_names(manager.preset_folder()), (std::set<std::string>{"Blocked.json", "Same.json"}));
 }
 
 TEST(PresetFileText, HasTheFixedLayout)
@@ -136,19 +145,6 @@ TEST(PresetFileText, NamesWithQuotesStillGiveReadableFiles)
     r.component->steps->set_value(0, false);
     EXPECT_TRUE(manager.load_preset(manager.preset_path("Quoted")));
     EXPECT_EQ(r.component->steps->get_value(), 5);
-}
-
-TEST(PresetSaveLoad, FailedSaveKeepsTheFormerFileAndLeavesNoLitter)
-{
-    auto r = make_rig();
-    preset_manager manager(r.component);
-    // A folder in place of the file: the finished text can't be moved there.
-    fs::create_directory(manager.preset_path("Blocked"));
-    std::string reason;
-    EXPECT_EQ(manager.save_preset("Blocked", true, reason), preset_save_failed);
-    EXPECT_NE(reason.find("{en:"), std::string::npos);
-    EXPECT_TRUE(fs::is_directory(manager.preset_path("Blocked")));
-    EXPECT_EQ(folder_names(manager.preset_folder()), std::set<std::string>{"Blocked.json"});
 }
 
 TEST(PresetSaveLoad, ComponentThatIsGoneChangesNothing)
