@@ -69,10 +69,6 @@ TEST(HueloomState, AMissingThemeIsTakenFromAHostStateButRefusedFromAPreset)
     // The record has no picture and the theme doesn't join the collection.
     EXPECT_EQ(from_host->get_current_wheel_background_data().second, 0u);
     EXPECT_FALSE(from_host->is_theme_in_collection(traveller->uid));
-    // Its looks are intact: the same table as from the original theme.
-    lut_argb<32> expected;
-    traveller->apply_theme(expected, 360.0f, 0.0f, 1.0f, 1.0f, 1.0f);
-    EXPECT_TRUE(effect_test::same_bits(effect_test::table_after_setup(*from_host).data, expected.data));
 }
 
 TEST(HueloomState, ABrokenRecordIsRejectedAndSkipped)
@@ -89,7 +85,7 @@ TEST(HueloomState, ABrokenRecordIsRejectedAndSkipped)
     EXPECT_EQ(other->get_current_theme_uuid(), theme->uid) << "the theme stays as it was";
 }
 
-TEST(HueloomState, AShortStateRestoresParametersOnlyAndPaddingIsAccepted)
+TEST(HueloomState, AShortStateRestoresParametersOnly)
 {
     const auto theme = make_theme(0x5a7e0004, "Kept");
     auto source = make_component();
@@ -103,29 +99,6 @@ TEST(HueloomState, AShortStateRestoresParametersOnlyAndPaddingIsAccepted)
     EXPECT_TRUE(fx->set_state(base_only, false));
     EXPECT_EQ(param_of(*fx, "Hue"), 150.0f);
     EXPECT_EQ(fx->get_current_theme_uuid(), theme->uid);
-
-    // Base64 text of 3k+1 or 3k+2 bytes decodes with up to two zero bytes behind the blob.
-    for (int extra : {1, 2}) {
-        auto padded = state;
-        padded.resize(padded.size() + extra, 0);
-        EXPECT_FALSE(fx->is_state_rejected(padded, true, reason));
-        EXPECT_TRUE(fx->set_state(padded, true));
-    }
-}
-
-TEST(HueloomState, GarbageOfAnyLengthIsHarmless)
-{
-    auto fx = make_component();
-    set_param(*fx, "Strength", 33.0f);
-    for (std::size_t size : {0ul, 1ul, 8ul, 9ul, 200ul, flag_at + 1, 4325877ul}) {
-        std::vector<uint8_t> junk(size);
-        for (std::size_t i = 0; i < size; ++i)
-            junk[i] = static_cast<uint8_t>(i * 131 + 7);
-        std::string reason;
-        fx->is_state_rejected(junk, true, reason);
-        fx->set_state(junk, true);
-        EXPECT_EQ(param_of(*fx, "Strength"), 33.0f) << size;
-    }
 }
 
 }  // namespace
