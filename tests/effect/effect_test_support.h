@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstring>
 #include <memory>
 #include <stdexcept>
 
@@ -55,6 +56,14 @@ inline std::shared_ptr<hueloom> make_component()
     return fx;
 }
 
+/// A new component whose current theme is `theme`, after it joined the collection.
+inline std::shared_ptr<hueloom> make_component(std::shared_ptr<const hueloom_theme_v1> theme)
+{
+    auto fx = make_component();
+    fx->set_current_theme_by_uuid(add_to_collection(std::move(theme))->uid);
+    return fx;
+}
+
 /// Sets the continuous parameter `name` as the host would.
 inline void set_param(hueloom& fx, const std::string& name, float value)
 {
@@ -77,6 +86,12 @@ inline lut_argb_variable table_after_setup(hueloom& fx)
     lut_argb_variable table;
     fx.get_lut(&table);
     return table;
+}
+
+/// The same entries, bit for bit.
+inline bool same_bits(const std::vector<argb_float>& a, const std::vector<argb_float>& b)
+{
+    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(argb_float)) == 0;
 }
 
 }  // namespace vl1::effect_test

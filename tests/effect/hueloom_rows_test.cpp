@@ -8,8 +8,6 @@
 
 #include "color/lut_row_kernels.h"
 #include "framework/irow_processor.h"
-#include "themes/hueloom_theme_collection_v1.h"
-#include "themes/hueloom_vault.h"
 #include "tests/effect/effect_test_support.h"
 
 namespace vl1 {
@@ -17,10 +15,7 @@ namespace {
 
 TEST(HueloomRows, RowsGiveTheBytesOfProcessPixelForTheCurrentTableAndDeclineOtherDepths)
 {
-    const auto fx = effect_test::make_component();
-    const auto theme = effect_test::make_theme(0x5eed0001u, "Rows", true);
-    hueloom::get_vault()->get_theme_collection()->add_or_replace_theme(theme);
-    fx->set_current_theme_by_uuid(theme->uid);
+    const auto fx = effect_test::make_component(effect_test::make_theme(0x5eed0001u, "Rows", true));
     effect_test::set_param(*fx, "Angle", 300.0f);
     effect_test::set_param(*fx, "Strength", 80.0f);
     effect_test::set_param(*fx, "Hue", 150.0f);

@@ -17,13 +17,9 @@ namespace {
 using effect_test::add_to_collection;
 using effect_test::make_component;
 using effect_test::make_theme;
+using effect_test::same_bits;
 using effect_test::set_param;
 using effect_test::table_after_setup;
-
-bool same_bits(const std::vector<argb_float>& a, const std::vector<argb_float>& b)
-{
-    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(argb_float)) == 0;
-}
 
 /// Largest difference of any channel; the neutral refinements (1, 1, 1) pass the table
 /// through HSL and back, which may move the last bits.
@@ -38,9 +34,8 @@ float max_abs_difference(const std::vector<argb_float>& a, const std::vector<arg
 
 TEST(HueloomTable, MatchesTheThemePipelineWithTheWheelReversedAndPercentsScaled)
 {
-    auto fx = make_component();
-    const auto theme = add_to_collection(make_theme(0x7e570001, "Pipeline", true));
-    fx->set_current_theme_by_uuid(theme->uid);
+    const auto theme = make_theme(0x7e570001, "Pipeline", true);
+    auto fx = make_component(theme);
     set_param(*fx, "Angle", 45.0f);
     set_param(*fx, "Strength", 80.0f);
     set_param(*fx, "Hue", 150.0f);
@@ -97,9 +92,8 @@ TEST(HueloomTable, IsRebuiltOnlyWhenParametersThemeOrBypassChanged)
 
 TEST(HueloomTable, ZeroStrengthLeavesOnlyThePostProcessingAndBypassNothing)
 {
-    auto fx = make_component();
-    const auto theme = add_to_collection(make_theme(0x7e570002, "Post", true));
-    fx->set_current_theme_by_uuid(theme->uid);
+    const auto theme = make_theme(0x7e570002, "Post", true);
+    auto fx = make_component(theme);
 
     lut_argb<32> post_only;
     theme->apply_post_processing(post_only);
@@ -112,9 +106,8 @@ TEST(HueloomTable, ZeroStrengthLeavesOnlyThePostProcessingAndBypassNothing)
 
 TEST(HueloomTable, AngleZeroAndThreeSixtyMeetOnTheWheel)
 {
-    auto fx = make_component();
-    const auto theme = add_to_collection(make_theme(0x7e570003, "Wheel"));
-    fx->set_current_theme_by_uuid(theme->uid);
+    const auto theme = make_theme(0x7e570003, "Wheel");
+    auto fx = make_component(theme);
     set_param(*fx, "Strength", 100.0f);
     set_param(*fx, "Angle", 0.0f);
     const auto at_zero = table_after_setup(*fx);
@@ -148,17 +141,12 @@ TEST(HueloomTable, UnknownThemeOrInconsistentThemeGivesTheIdentity)
 
 TEST(HueloomPixels, ProcessPixelSamplesTheTableTheExporterHandsOutAndKeepsAlpha)
 {
-    auto fx = make_component();
+    auto fx = make_component(make_theme(0x7e570005, "Pixels"));
     iobject* found = nullptr;
     ASSERT_TRUE(fx->query_interface("lut_exporter", &found));
     auto* exporter = dynamic_cast<lut_exporter*>(found);
     ASSERT_NE(exporter, nullptr);
     EXPECT_FALSE(exporter->get_lut(nullptr));
-    EXPECT_TRUE(fx->query_interface("ccomponent_v1", &found));
-    EXPECT_FALSE(fx->query_interface("no_such_interface", &found));
-
-    const auto theme = add_to_collection(make_theme(0x7e570005, "Pixels"));
-    fx->set_current_theme_by_uuid(theme->uid);
     set_param(*fx, "Strength", 60.0f);
     fx->notify(event(event_render_setup));
     // The exporter hands out the table of the current values, even of a change no render

@@ -51,13 +51,10 @@ TEST(ThemeFileRead, FormatThreeHasPostProcessingSlotThenWheelLutsInFileOrder)
     EXPECT_EQ(theme.version, 4u);
     EXPECT_EQ(theme.name, std::string("N\0\xC3\xA4me", 6));
     EXPECT_EQ(theme.background_data, (std::vector<uint8_t>{0x89, 'P', 'N', 'G', 0, 1}));
-    ASSERT_EQ(theme.luts.size(), 2u);
-    EXPECT_EQ(theme.luts[0].rotation, 200.0f);
-    EXPECT_EQ(theme.luts[1].rotation, 15.5f);
-    test::expect_same_table(*theme.luts[0].lut, *test::seeded_lut(1.0f));
-    test::expect_same_table(*theme.luts[1].lut, *test::seeded_lut(2.0f));
-    ASSERT_NE(theme.post_processing_lut, nullptr);
-    test::expect_same_table(*theme.post_processing_lut, *test::seeded_lut(5.0f));
+    hueloom_theme_v1 expected;
+    expected.luts = {{test::seeded_lut(1.0f), 200.0f}, {test::seeded_lut(2.0f), 15.5f}};
+    expected.post_processing_lut = test::seeded_lut(5.0f);
+    test::expect_same_luts(theme, expected);
 }
 
 TEST(ThemeFileRead, OlderAndNewerFormatVersions)
@@ -133,7 +130,7 @@ TEST(ThemeFileRead, ClaimsBeyondTheFileAreRefusedBeforeAllocating)
     }
 }
 
-TEST(ThemeFileRead, StreamVectorAndFileForms)
+TEST(ThemeFileRead, VectorAndFileForms)
 {
     std::vector<uint8_t> bytes = {1, 2, 3};
     const auto file = canonical_file();
@@ -145,11 +142,6 @@ TEST(ThemeFileRead, StreamVectorAndFileForms)
     EXPECT_EQ(from_vector.uid, 0xc0ffee01u);
     hueloom_theme_v1 untouched;
     EXPECT_FALSE(serializer::read_theme_from_vector(untouched, bytes, bytes.size() + 1));
-
-    std::istringstream stream(std::string(file.begin(), file.end()));
-    hueloom_theme_v1 from_stream;
-    EXPECT_TRUE(serializer::read_theme_from_stream(from_stream, stream));
-    EXPECT_EQ(from_stream.luts.size(), 2u);
 
     const auto dir = hueloom_test::make_temp_dir("theme-files");
     hueloom_test::write_file(dir / "a.hlt", std::string(file.begin(), file.end()));
@@ -175,13 +167,7 @@ TEST(ThemeFileRoundTrip, FileToThemeToFileIsByteForByteAndThemeToFileToThemeKeep
     EXPECT_EQ(copy.uid, original.uid);
     EXPECT_EQ(copy.version, original.version);
     EXPECT_EQ(copy.background_data, original.background_data);
-    ASSERT_EQ(copy.luts.size(), 3u);
-    for (std::size_t i = 0; i < 3; ++i) {
-        EXPECT_EQ(copy.luts[i].rotation, original.luts[i].rotation);
-        test::expect_same_table(*copy.luts[i].lut, *original.luts[i].lut);
-    }
-    ASSERT_NE(copy.post_processing_lut, nullptr);
-    test::expect_same_table(*copy.post_processing_lut, *original.post_processing_lut);
+    test::expect_same_luts(copy, original);
 }
 
 TEST(ThemeFileWrite, EmptyThemeIsOneAbsentMarkerSlotAndNoSlotsReadAsWell)
@@ -220,9 +206,7 @@ TEST(ThemeFileWrite, LongNamesAreCutAndUnfitTablesRefused)
 
 TEST(ThemeUidText, HexTextBothWays)
 {
-    EXPECT_EQ(serializer::unsignedIntToHexWithPrefixAndSuffix(1, "theme_", ".hlt"), "theme_00000001.hlt");
     EXPECT_EQ(serializer::unsignedIntToHexWithPrefixAndSuffix(0xABCDEF12, nullptr, nullptr), "abcdef12");
-    EXPECT_EQ(unsignedIntToHex(0x0a1b2c3d), "0a1b2c3d");
     const std::pair<const char*, unsigned int> readings[] = {
         {"0a1b2c3d", 0x0a1b2c3du}, {"0x1F", 0x1fu}, {"  ff", 0xffu},
         {"12zz", 0x12u},           {"", 0u},        {"1ffffffff", 0xffffffffu}};

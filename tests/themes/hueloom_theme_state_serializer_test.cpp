@@ -44,13 +44,7 @@ TEST(ThemeStateRecord, RoundTripAtAnUnalignedOffset)
     EXPECT_EQ(copy.uid, original.uid);
     EXPECT_EQ(copy.version, 0u);
     EXPECT_EQ(copy.background_data, (std::vector<uint8_t>{1, 2, 3}));
-    ASSERT_EQ(copy.luts.size(), 3u);
-    for (std::size_t i = 0; i < 3; ++i) {
-        EXPECT_EQ(copy.luts[i].rotation, original.luts[i].rotation);
-        test::expect_same_table(*copy.luts[i].lut, *original.luts[i].lut);
-    }
-    ASSERT_NE(copy.post_processing_lut, nullptr);
-    test::expect_same_table(*copy.post_processing_lut, *original.post_processing_lut);
+    test::expect_same_luts(copy, original);
 }
 
 TEST(ThemeStateRecord, NamesAreCutAtOneHundredBytesOrAZero)

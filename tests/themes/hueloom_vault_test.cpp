@@ -5,7 +5,6 @@
 
 #include <filesystem>
 #include <mutex>
-#include <regex>
 
 #include "framework/cutils_linux.h"
 #include "framework/log.h"
@@ -145,10 +144,7 @@ TEST_F(Vault, CollectionStartsWithTheBuiltInThemeFromTheResources)
 
 TEST(VaultTimestamp, CtimeFormInEnglish)
 {
-    const std::regex form(R"((Sun|Mon|Tue|Wed|Thu|Fri|Sat) (Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec) )"
-                          R"([ 123]\d \d\d:\d\d:\d\d \d{4})");
-    const std::string now = hueloom_vault::get_current_timestamp();
-    EXPECT_TRUE(std::regex_match(now, form)) << now;
+    // The time stamp enters the uid of an imported theme: it must be ctime's text exactly.
     for (const std::time_t t : {std::time_t{0}, std::time_t{1700000000}, std::time_t{1234567890}}) {
         char expected[32];
         ASSERT_NE(ctime_r(&t, expected), nullptr);
@@ -241,13 +237,11 @@ TEST_F(Vault, ImportStoresTheThemeUnlessTheServerHasANewerOne)
     EXPECT_EQ(vault.get_theme_collection()->get_theme_by_uid(0xc0ffee)->version, 3u);
     EXPECT_TRUE(fs::exists(appdata / "theme_00c0ffee.hlt"));
 
+    // The folder's own refusals come in the language asked for (each is shown by the folder
+    // import's tests).
     write_import_folder(folder, R"("version": 0)");
     EXPECT_FALSE(vault.import_theme_and_store_to_appdata(folder.string(), language_id::de, result, error));
     EXPECT_EQ(error, "Die Version der Theme muss größer oder gleich 1 sein.");
-    write_import_folder(folder, R"("version": 1)");
-    fs::remove(folder / "wheel.png");  // a background that doesn't exist
-    EXPECT_FALSE(vault.import_theme_and_store_to_appdata(folder.string(), language_id::de, result, error));
-    EXPECT_EQ(error, "Unerwarteter Fehler.");
 }
 
 }  // namespace

@@ -62,6 +62,19 @@ inline void expect_same_table(const lut_argb<32>& actual, const lut_argb<32>& ex
     }
 }
 
+/// Rotations and tables of every wheel slot and the post-processing table as in `expected`.
+inline void expect_same_luts(const hueloom_theme_v1& actual, const hueloom_theme_v1& expected)
+{
+    ASSERT_EQ(actual.luts.size(), expected.luts.size());
+    for (std::size_t i = 0; i < actual.luts.size(); ++i) {
+        EXPECT_EQ(actual.luts[i].rotation, expected.luts[i].rotation) << "slot " << i;
+        expect_same_table(*actual.luts[i].lut, *expected.luts[i].lut);
+    }
+    ASSERT_EQ(actual.post_processing_lut != nullptr, expected.post_processing_lut != nullptr);
+    if (expected.post_processing_lut)
+        expect_same_table(*actual.post_processing_lut, *expected.post_processing_lut);
+}
+
 /// Little-endian bytes of a theme file, appended field by field (the test machine is
 /// little-endian, as the files are).
 struct file_bytes {

@@ -3,6 +3,7 @@
 // the command prints. Keys reaching each frame are shown with the fixture in render_keys.
 #include "tests/tools/render_test_support.h"
 
+#include "color/lut_reader_cube.h"
 #include "color/lut_writer_3dl.h"
 #include "color/lut_writer_cube.h"
 #include "tests/support/test_paths.h"
@@ -12,9 +13,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
-#include <sstream>
 
 namespace {
 
@@ -124,7 +123,7 @@ TEST_F(render_tool, SequencesFollowHashAndPrintfPatternsWithOneLinePerFrame)
     EXPECT_TRUE(contains(all.err, "1/4 ")) << all.err;
     EXPECT_TRUE(contains(all.err, "4/4 ")) << all.err;
     EXPECT_TRUE(contains(all.err, "fps")) << all.err;
-    // Frame lists are read in render_frames and shown end to end in render_keys.
+    // Frame lists are read in render_parts and shown end to end in render_keys.
 }
 
 TEST_F(render_tool, ExportedLutsHoldTheGradedLatticeInEachFormat)
@@ -152,26 +151,25 @@ TEST_F(render_tool, ExportedLutsHoldTheGradedLatticeInEachFormat)
     EXPECT_EQ(render({"--export-lut", (dir / "look.lut").string()}).exit_code, 2);
 }
 
-// Trilinear sample of a .cube file's table (red fastest in the file) at `rgb` in 0..1.
-std::array<float, 3> sample_cube(const std::vector<float>& values, int n, const float* rgb)
+// Trilinear sample of a table of any edge at `rgb` in 0..1.
+std::array<float, 3> sample(const vl1::lut_argb_variable& table, const float* rgb)
 {
-    int lo[3];
+    const std::size_t n = table.edge;
+    std::size_t lo[3];
     float f[3];
     for (int c = 0; c < 3; ++c) {
         const float x = rgb[c] * static_cast<float>(n - 1);
-        lo[c] = std::min(static_cast<int>(x), n - 2);
+        lo[c] = std::min(static_cast<std::size_t>(x), n - 2);
         f[c] = x - static_cast<float>(lo[c]);
     }
     std::array<float, 3> out{0, 0, 0};
-    for (int corner = 0; corner < 8; ++corner) {
-        float w = 1.0f;
-        int index = 0;
-        for (int c = 2; c >= 0; --c) {
-            const int up = (corner >> c) & 1;
-            w *= up ? f[c] : 1.0f - f[c];
-            index = index * n + lo[c] + up;
-        }
-        for (int c = 0; c < 3; ++c) out[c] += w * values[static_cast<std::size_t>(index) * 3 + c];
+    for (std::size_t corner = 0; corner < 8; ++corner) {
+        const std::size_t up[3] = {corner & 1, (corner >> 1) & 1, corner >> 2};
+        const float w = (up[0] ? f[0] : 1 - f[0]) * (up[1] ? f[1] : 1 - f[1]) * (up[2] ? f[2] : 1 - f[2]);
+        const vl1::argb_float& e = table.data[vl1::lut_index(n, lo[0] + up[0], lo[1] + up[1], lo[2] + up[2])];
+        out[0] += w * e.r;
+        out[1] += w * e.g;
+        out[2] += w * e.b;
     }
     return out;
 }
@@ -185,26 +183,13 @@ TEST_F(render_tool, FineLutsFollowTheRenderClosely)
     const run_result r = render(joined({"--export-lut", (dir / "fine.cube").string(), "--lut-size", "65"}, look));
     ASSERT_EQ(r.exit_code, 0) << r.err;
 
-    std::istringstream text(hueloom_test::read_file(dir / "fine.cube"));
-    std::string line;
-    std::vector<float> table;
-    while (std::getline(text, line)) {
-        if (line.empty() || !(std::isdigit(static_cast<unsigned char>(line[0])) || line[0] == '-')) {
-            if (line.rfind("LUT_3D_SIZE", 0) == 0) {
-                EXPECT_EQ(line, "LUT_3D_SIZE 65");
-            }
-            continue;
-        }
-        std::istringstream numbers(line);
-        float v = 0;
-        while (numbers >> v) table.push_back(v);
-    }
-    ASSERT_EQ(table.size(), 65u * 65 * 65 * 3);
+    const vl1::lut_argb_variable table = vl1::read_lut_cube(hueloom_test::read_file(dir / "fine.cube"), "fine.cube");
+    ASSERT_EQ(table.edge, 65u);
     const pixels source = read_pixels(in), graded = read_pixels(dir / "graded.exr");
     float worst = 0;
     for (int y = 0; y < source.height; ++y)
         for (int x = 0; x < source.width; ++x) {
-            const auto sampled = sample_cube(table, 65, source.at(x, y));
+            const auto sampled = sample(table, source.at(x, y));
             for (int c = 0; c < 3; ++c) worst = std::max(worst, std::fabs(sampled[c] - graded.at(x, y)[c]));
         }
     // Two trilinear tables whose grids don't align differ between their points: 65 points keep

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <mutex>
+#include <tuple>
 #include <vector>
 
 #include "tests/themes/web/web_client_rig.h"
@@ -109,23 +110,17 @@ TEST(WebClientDownload, LaterSchedulingWaitsForTheNextStart)
 TEST(WebClientDownload, UnchangedManifestTimeStampKeepsTheVersions)
 {
     client_rig rig;
-    const std::string monday = "Mon, 02 Jan 2023 10:00:00 GMT";
-    rig.server.set_body("/manifest.json", R"({"0000000a": 2})", monday);
-    ASSERT_TRUE(rig.client->download_manifest());
-    EXPECT_EQ(rig.client->get_server_version_of_theme(0xa), 2u);
-
-    rig.server.set_body("/manifest.json", R"({"0000000a": 3})", monday);
-    EXPECT_TRUE(rig.client->download_manifest());
-    EXPECT_EQ(rig.client->get_server_version_of_theme(0xa), 2u);
-
-    rig.server.set_body("/manifest.json", R"({"0000000a": 3})", "Tue, 03 Jan 2023 10:00:00 GMT");
-    EXPECT_TRUE(rig.client->download_manifest());
-    EXPECT_EQ(rig.client->get_server_version_of_theme(0xa), 3u);
-
-    // Without a time stamp every manifest counts as new.
-    rig.server.set_body("/manifest.json", R"({"0000000a": 4})");
-    EXPECT_TRUE(rig.client->download_manifest());
-    EXPECT_EQ(rig.client->get_server_version_of_theme(0xa), 4u);
+    const char* monday = "Mon, 02 Jan 2023 10:00:00 GMT";
+    // Manifest version and time stamp, and the version the client then knows; without a time
+    // stamp every manifest counts as new.
+    const std::tuple<int, const char*, uint32_t> steps[] = {
+        {2, monday, 2}, {3, monday, 2}, {3, "Tue, 03 Jan 2023 10:00:00 GMT", 3}, {4, "", 4}};
+    for (const auto& [version, stamp, known] : steps) {
+        SCOPED_TRACE(std::to_string(version) + " " + stamp);
+        rig.server.set_body("/manifest.json", fmt::format(R"({{"0000000a": {}}})", version), stamp);
+        EXPECT_TRUE(rig.client->download_manifest());
+        EXPECT_EQ(rig.client->get_server_version_of_theme(0xa), known);
+    }
 }
 
 TEST(WebClientDownload, NothingNewerOrNoServerStartsNothing)

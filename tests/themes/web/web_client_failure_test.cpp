@@ -38,9 +38,9 @@ canned_reply reply(std::string body, int status = 200, kind how = kind::body, st
 
 void expect_former_file_kept(const client_rig& rig)
 {
-    EXPECT_EQ(rig.local_theme(theme_a), fake_theme(theme_a, 10, 'o'));
-    rig.expect_only_valid_theme_files();
+    // No partial file and no leftover beside it.
     EXPECT_EQ(rig.file_names(), (std::set<std::string>{"theme_0000000a.hlt"}));
+    EXPECT_EQ(rig.local_theme(theme_a), fake_theme(theme_a, 10, 'o'));
 }
 
 TEST(WebClientFailure, BadAnswersNeverReplaceTheThemeFile)

@@ -2,14 +2,11 @@
 // time-outs and small size limits so that every failure shows within a second or two.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <filesystem>
 #include <memory>
 #include <set>
 #include <string>
-#include <vector>
 
 #include <fmt/format.h>
 
@@ -60,23 +57,6 @@ struct client_rig {
     void put_local_theme(uint32_t uid, const std::string& bytes) const { hueloom_test::write_file(final_path(uid), bytes); }
     std::string local_theme(uint32_t uid) const { return hueloom_test::read_file(final_path(uid)); }
     std::set<std::string> file_names() const { return hueloom_test::folder_names(folder); }
-
-    /// Every file of the folder is a theme file under its final name that passes the check
-    /// as the theme its name gives: no leftovers, nothing partial.
-    void expect_only_valid_theme_files() const
-    {
-        for (const auto& name : file_names()) {
-            unsigned uid = 0;
-            ASSERT_EQ(std::sscanf(name.c_str(), "theme_%8x.hlt", &uid), 1) << name;
-            EXPECT_EQ(name, fmt::format("theme_{:08x}.hlt", uid));
-            const std::string bytes = local_theme(uid);
-            std::string problem;
-            EXPECT_TRUE(fake_theme_check(std::span<const uint8_t>(reinterpret_cast<const uint8_t*>(bytes.data()),
-                                                                  bytes.size()),
-                                         uid, problem))
-                << name << ": " << problem;
-        }
-    }
 };
 
 }  // namespace vl1::webtest

@@ -9,7 +9,6 @@
 #include <cmath>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
 #include "color/hsl.h"
 #include "color/lut_reader.h"
@@ -157,17 +156,12 @@ TEST_F(GeneratedTheme, BundledResourceHoldsTheRecipesLooksAsThirtyTwoPointTables
     ASSERT_TRUE(hueloom_theme_file_serializer_v1::read_theme_from_file(packed, builtin().packed.string(), problem))
         << problem;
     hueloom_test::expect_same_theme(packed, theme());
-    std::ifstream picture(builtin().folder / builtin().recipe.background_file, std::ios::binary);
-    const std::vector<uint8_t> picture_bytes((std::istreambuf_iterator<char>(picture)), std::istreambuf_iterator<char>());
+    const std::vector<uint8_t> picture_bytes = hueloom_test::read_bytes(builtin().folder / builtin().recipe.background_file);
     EXPECT_FALSE(picture_bytes.empty());
     EXPECT_EQ(packed.background_data, picture_bytes);
-    for (const auto& look : builtin().recipe.looks) {
-        std::ifstream file(builtin().folder / look.file);
-        std::string line;
-        while (std::getline(file, line) && line != "LUT_3D_SIZE 32") {
-        }
-        EXPECT_EQ(line, "LUT_3D_SIZE 32") << look.file;
-    }
+    for (const auto& look : builtin().recipe.looks)
+        EXPECT_TRUE(hueloom_test::contains(hueloom_test::read_file(builtin().folder / look.file), "\nLUT_3D_SIZE 32\n"))
+            << look.file;
 }
 
 class WheelPicture : public GeneratedTheme {

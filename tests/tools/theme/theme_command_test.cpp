@@ -56,8 +56,6 @@ protected:
 
 TEST_F(ThemeCommand, HelpSucceedsAndWrongUsageExitsWithTwoAndSaysWhy)
 {
-    for (const char* word : {"Usage: hueloom-theme COMMAND", "import FOLDER", "pack FOLDER OUT.hlt", "info FILE.hlt", "list"})
-        EXPECT_TRUE(contains(run({}).err, word)) << word;
     const process_result help = run({"--help"});
     EXPECT_EQ(help.exit_code, 0);
     EXPECT_TRUE(contains(help.out, "pack FOLDER OUT.hlt"));
@@ -106,23 +104,21 @@ TEST_F(ThemeCommand, ImportStoresTheThemeUnderItsUidAndANewVersionReplacesIt)
 
 TEST_F(ThemeCommand, ImportFailuresGiveThePluginsMessageAndStoreNothing)
 {
+    // Each message of the plug-in is shown by the folder import's own tests; behind its bare
+    // "Unexpected error." the author gets the cause.
     const fs::path missing = hueloom_test::make_temp_dir("empty");
-    const fs::path unversioned = make_theme_folder({.version = 2, .uid = ""});
     const fs::path broken_lut = make_theme_folder();
     hueloom_test::write_file(broken_lut / "a.cube", "LUT_3D_SIZE 2\n0 0 0\n");
-
-    const std::vector<std::pair<fs::path, std::string>> cases{
-        {missing, "Failed to open or read file '" + (missing / "theme.json").string() + "'"},
-        {unversioned, "If theme version is greater then 1, need to specify the \"uid\""},
-        {broken_lut, "Unexpected error."},
+    const std::vector<std::pair<fs::path, std::vector<std::string>>> cases{
+        {missing, {"Failed to open or read file '" + (missing / "theme.json").string() + "'"}},
+        {broken_lut, {"Unexpected error.", "a.cube"}},
     };
-    for (const auto& [folder, message] : cases) {
+    for (const auto& [folder, messages] : cases) {
         const process_result result = run({"import", folder.string()});
         EXPECT_EQ(result.exit_code, 1) << folder;
-        EXPECT_TRUE(contains(result.err, message)) << result.err;
+        for (const std::string& message : messages)
+            EXPECT_TRUE(contains(result.err, message)) << result.err;
     }
-    // Behind the plug-in's bare "Unexpected error." the author gets the cause.
-    EXPECT_TRUE(contains(run({"import", broken_lut.string()}).err, "a.cube"));
     EXPECT_TRUE(folder_names(appdata()).empty());
 }
 
@@ -147,28 +143,25 @@ TEST_F(ThemeCommand, PackWritesWhatTheFolderImportReads)
 TEST_F(ThemeCommand, PackFailuresLeaveNoThemeFile)
 {
     const fs::path target_folder = hueloom_test::make_temp_dir("packed");
-    const fs::path output = target_folder / "out.hlt";
-
-    const process_result bad_folder = run({"pack", hueloom_test::make_temp_dir("empty").string(), output.string()});
-    EXPECT_EQ(bad_folder.exit_code, 1);
-    EXPECT_TRUE(contains(bad_folder.err, "Failed to open or read file")) << bad_folder.err;
-
-    const process_result into_folder = run({"pack", make_theme_folder().string(), target_folder.string()});
-    EXPECT_EQ(into_folder.exit_code, 1);
-    EXPECT_TRUE(contains(into_folder.err, "is a folder")) << into_folder.err;
-
-    const process_result no_parent = run({"pack", make_theme_folder().string(), (target_folder / "no" / "x.hlt").string()});
-    EXPECT_EQ(no_parent.exit_code, 1);
-    EXPECT_FALSE(no_parent.err.empty());
-    EXPECT_TRUE(folder_names(target_folder).empty());
-
+    const std::string folder = make_theme_folder().string();
+    const std::string no_parent = (target_folder / "no" / "x.hlt").string();
     // A full disk, as /dev/full plays it: named, and never reported as packed.
     const fs::path full = hueloom_test::make_temp_dir("full") / "full.hlt";
     fs::create_symlink("/dev/full", full);
-    const process_result on_full_disk = run({"pack", make_theme_folder().string(), full.string()});
-    EXPECT_EQ(on_full_disk.exit_code, 1);
-    EXPECT_TRUE(contains(on_full_disk.err, "cannot write '" + full.string() + "': writing failed")) << on_full_disk.err;
-    EXPECT_FALSE(contains(on_full_disk.out, "Packed")) << on_full_disk.out;
+    const std::vector<std::pair<std::vector<std::string>, std::string>> cases{
+        {{hueloom_test::make_temp_dir("empty").string(), (target_folder / "out.hlt").string()},
+         "Failed to open or read file"},
+        {{folder, target_folder.string()}, "is a folder"},
+        {{folder, no_parent}, "cannot write '" + no_parent + "'"},
+        {{folder, full.string()}, "cannot write '" + full.string() + "': writing failed"},
+    };
+    for (const auto& [operands, message] : cases) {
+        const process_result result = run({"pack", operands[0], operands[1]});
+        EXPECT_EQ(result.exit_code, 1) << message;
+        EXPECT_TRUE(contains(result.err, message)) << result.err;
+        EXPECT_FALSE(contains(result.out, "Packed")) << result.out;
+    }
+    EXPECT_TRUE(folder_names(target_folder).empty());
 }
 
 TEST_F(ThemeCommand, InfoDescribesTheThemeFileAndRefusesWhatIsNone)
