@@ -54,16 +54,6 @@ void pick_folder(int x, int y, const std::string& name)
     ASSERT_TRUE(answer_file_dialog("Select Folder with Theme", name));
 }
 
-/// Answers the alert that is open (titled "Hueloom") with `key`: Return for its default
-/// button, Escape for the other one.
-void answer_alert(const std::string& key)
-{
-    const unsigned long alert = x_session::wait_for_window("Hueloom", 10);
-    ASSERT_NE(alert, 0u) << "no alert";
-    x_session::shell("xdotool windowactivate --sync " + std::to_string(alert) + " key " + key);
-    x_session::settle(0.4);
-}
-
 /// Waits up to `seconds` for `done`, since the editor answers in its own time (slower under
 /// sanitizers); the last answer.
 template <typename Condition>
@@ -75,6 +65,18 @@ bool eventually(Condition done, double seconds = 10)
         x_session::settle(0.1);
     }
     return done();
+}
+
+/// Answers the alert that is open (titled "Hueloom") with `key`: Return for its default
+/// button, Escape for the other one; waits for it to go, since until then it would be found
+/// in place of the next alert.
+void answer_alert(const std::string& key)
+{
+    const unsigned long alert = x_session::wait_for_window("Hueloom", 10);
+    ASSERT_NE(alert, 0u) << "no alert";
+    x_session::shell("xdotool windowactivate --sync " + std::to_string(alert) + " key " + key);
+    ASSERT_TRUE(eventually([&] { return x_session::wait_for_window("Hueloom", 0.1) != alert; }, 5))
+        << "the alert stays after " << key;
 }
 
 /// Points the editor at a theme server that wants the themes of `uids` (hexadecimal, by commas).
