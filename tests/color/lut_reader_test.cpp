@@ -4,7 +4,6 @@
 #include <filesystem>
 
 #include "color/lut_reader.h"
-#include "framework/cutils_linux.h"
 #include "tests/color/lut_test_support.h"
 
 namespace vl1 {
@@ -44,7 +43,7 @@ TEST(LoadLutFromFile, AbsoluteNameStandsAloneAndWhatIsNoLutFileGivesNull)
     EXPECT_NEAR(three_dl->data[lut_index(32, 31, 0, 0)].r, 900.0f / 1024.0f, 1e-6f);
 }
 
-TEST(LoadLutFromFile, BrokenFileFailsNamingItsPath)
+TEST(LoadLutFromFile, BrokenFileFailsNamingItsPathAndTheTypeComesFromTheName)
 {
     try {
         load_lut_from_file_or_resource(lut_data_dir, "short.cube");
@@ -54,19 +53,6 @@ TEST(LoadLutFromFile, BrokenFileFailsNamingItsPath)
         EXPECT_THAT(e.what(), HasSubstr(lut_sample_path("short.cube")));
     }
     EXPECT_THROW(load_lut_from_file_or_resource(lut_data_dir, "no_final_line_feed.3dl"), std::logic_error);
-}
-
-TEST(LoadLutFromResourceOrMemory, TypeComesFromTheName)
-{
-    set_resource_dir(lut_data_dir);
-    const auto lut = load_lut_from_resource("asym_2.cube");
-    const auto missing = load_lut_from_resource("missing.cube");
-    const auto unknown = load_lut_from_resource("twelve_bit.txt");
-    set_resource_dir("");
-    ASSERT_TRUE(lut);
-    EXPECT_NEAR(lut->data[lut_index(32, 31, 0, 0)].r, 0.9f, 1e-6f);
-    EXPECT_FALSE(missing);
-    EXPECT_FALSE(unknown);
 
     const std::string text = test::read_lut_sample("asym_2.3dl");
     EXPECT_TRUE(load_lut_from_memory(text, "x.3DL"));

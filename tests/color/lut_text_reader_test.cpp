@@ -12,27 +12,6 @@
 namespace vl1 {
 namespace {
 
-TEST(LutTextReader, LinesEndAtLineFeedsAndMessagesNameTheFileAndTheLine)
-{
-    lut_text_reader reader("a\r\n\nb", "3DL", "dir/a.3dl");
-    std::string line;
-    ASSERT_TRUE(reader.next_line(line));
-    EXPECT_EQ(line, "a\r");
-    ASSERT_TRUE(reader.next_line(line));
-    EXPECT_EQ(line, "");
-    EXPECT_FALSE(reader.reached_end());
-    ASSERT_TRUE(reader.next_line(line));
-    EXPECT_EQ(line, "b");
-    EXPECT_TRUE(reader.reached_end());
-    try {
-        reader.fail<std::logic_error>("Something is wrong.");
-        FAIL();
-    } catch (const std::logic_error& e) {
-        EXPECT_STREQ(e.what(), "ERROR while loading 3DL LUT: Something is wrong. [file 'dir/a.3dl', line 3: 'b']");
-    }
-    EXPECT_FALSE(reader.next_line(line));
-}
-
 TEST(LutTextReader, NumbersAreReadLikeTheCLibraryDoesAndSizesAreUnsignedDecimals)
 {
     const lut_text_reader reader("", "CUBE", "x.cube");

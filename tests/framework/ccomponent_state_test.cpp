@@ -98,22 +98,17 @@ TEST(ComponentState, MalformedBlobsAreRefusedOrReadSafely)
     auto steps = r.param<cparameter_integral_v1>("Steps");
     steps->set_value(3, false);
 
-    std::vector<uint8_t> none;
-    EXPECT_FALSE(r.component->set_state(none, false));
-    auto only_header = header(1);
-    EXPECT_FALSE(r.component->set_state(only_header, false));
     auto wrong_magic = header(1);
     wrong_magic[0] = 'x';
     append_record(wrong_magic, param_value::make_integral(-5, 5, 0, 1), uid("Steps"));
-    EXPECT_FALSE(r.component->set_state(wrong_magic, false));
-    EXPECT_EQ(steps->get_value(), 3);
-
-    auto zero = header(0);
+    auto zero = header(0), negative = header(-4);
     zero.push_back(0);
-    EXPECT_TRUE(r.component->set_state(zero, false));
-    auto negative = header(-4);
     negative.push_back(0);
-    EXPECT_TRUE(r.component->set_state(negative, false));
+    const std::pair<std::vector<uint8_t>, bool> blobs[] = {
+        {{}, false}, {header(1), false}, {wrong_magic, false}, {zero, true}, {negative, true}};
+    for (auto [blob, accepted] : blobs)
+        EXPECT_EQ(r.component->set_state(blob, false), accepted) << blob.size() << " bytes";
+    EXPECT_EQ(steps->get_value(), 3);
 
     // Claims 1000 records but holds one and a half: the whole one is read, nothing beyond.
     auto truncated = header(1000);
@@ -123,23 +118,15 @@ TEST(ComponentState, MalformedBlobsAreRefusedOrReadSafely)
     EXPECT_EQ(steps->get_value(), -2);
 }
 
-TEST(ComponentState, UnknownParametersMarkTheProjectAsLegacy)
+TEST(ComponentState, RecordsOfUnknownParametersAreSkipped)
 {
     auto r = make_rig();
     auto blob = header(2);
     append_record(blob, param_value::make_continuous(0.0f, 1.0f, 0.9f, 0.0f), uid("Removed"));
     append_record(blob, param_value::make_continuous(0.0f, 1.0f, 0.2f, 0.5f), uid("Amount"));
-    EXPECT_FALSE(r.host->has_legacy_parameters());
     ASSERT_TRUE(r.component->set_state(blob, true));
-    EXPECT_TRUE(r.host->has_legacy_parameters());
     EXPECT_EQ(r.param<cparameter_continuous_v1>("Amount")->get_value(), 0.2f);
-    ASSERT_GE(r.host->events.size(), 1u);
-    EXPECT_EQ(r.host->events[0].type, event_unknown_parameter);
-    EXPECT_EQ(r.host->events[0].param, uid("Removed"));
     EXPECT_EQ(r.component->get_parameter_count(), 4);
-
-    r.host->notify(event(event_initialized));
-    EXPECT_FALSE(r.host->has_legacy_parameters());
 }
 
 TEST(ComponentState, CancelReturnsToTheSavedPoint)
@@ -149,7 +136,6 @@ TEST(ComponentState, CancelReturnsToTheSavedPoint)
     amount->set_value(0.9f, false);
     r.component->cancel_effect();  // nothing saved yet: the empty state is refused
     EXPECT_EQ(amount->get_value(), 0.9f);
-    EXPECT_EQ(r.host->count(event_effect_cancelled), 1);
 
     r.component->save_cancel_state();
     amount->set_value(0.1f, false);

@@ -21,7 +21,7 @@ TEST(Uid, Fnv1aKnownVectors)
     static_assert(fnv1a_32("a") == 0xe40c292cu, "usable at compile time");
 }
 
-TEST(ParamValue, StoredLayoutIsLittleEndianWithoutPadding)
+TEST(ParamValue, StoredLayoutIsLittleEndianWithoutPaddingAndBytesRoundTripUntouched)
 {
     // type, value (16), default (16), min, max; bytes a type doesn't use are zero.
     std::array<uint8_t, 44> expected{1, 0, 0, 0, 0x44, 0x33, 0x22, 0x11};
@@ -29,15 +29,10 @@ TEST(ParamValue, StoredLayoutIsLittleEndianWithoutPadding)
     const uint8_t min_max[8] = {0xfe, 0xff, 0xff, 0xff, 0x04, 0x03, 0x02, 0x01};
     std::memcpy(expected.data() + 36, min_max, 8);
     EXPECT_EQ(param_value_to_bytes(param_value::make_integral(-2, 0x01020304, 0x11223344, 7)), expected);
-}
 
-TEST(ParamValue, BytesRoundTripUntouched)
-{
-    std::array<uint8_t, 44> raw{};
-    for (std::size_t i = 0; i < raw.size(); ++i)
+    std::array<uint8_t, 44> raw{2};  // boolean, with garbage in the unused value bytes
+    for (std::size_t i = 4; i < raw.size(); ++i)
         raw[i] = static_cast<uint8_t>(i * 7 + 3);
-    raw[0] = 2;  // boolean, with garbage in the unused value bytes
-    raw[1] = raw[2] = raw[3] = 0;
     const param_value v = param_value_from_bytes(raw.data());
     EXPECT_EQ(v.type, param_type::boolean);
     EXPECT_EQ(param_value_to_bytes(v), raw);

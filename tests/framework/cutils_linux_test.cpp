@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 using hueloom_test::read_file;
 using hueloom_test::write_file;
 
-TEST(LinuxUtils, FoldersAreTheUsersAloneAndTheUmaskStays)
+TEST(LinuxUtils, FoldersAreTheUsersAloneTheUmaskStaysAndTheCommonOneLiesInHome)
 {
     auto& utils = iutils::get_instance();
     const fs::path base = hueloom_test::make_temp_dir("dirs");
@@ -48,17 +48,12 @@ TEST(LinuxUtils, FoldersAreTheUsersAloneAndTheUmaskStays)
     write_file(base / "file", "x");
     EXPECT_FALSE(create_private_folders((base / "file" / "sub").string()));
     EXPECT_EQ(umask(old), 022);
-}
 
-TEST(LinuxUtils, CommonDirectoryLiesInHome)
-{
-    const std::string common = iutils::get_instance().get_common_directory();
+    // The common folder is made the same way, in HOME.
+    const std::string common = utils.get_common_directory();
     EXPECT_EQ(fs::path(common), hueloom_test::home_dir() / "Varnlight");
-    EXPECT_TRUE(fs::is_directory(common));
-    struct stat st{};
-    ASSERT_EQ(stat(common.c_str(), &st), 0);
-    EXPECT_EQ(st.st_mode & 07777, 0700u);
-    EXPECT_EQ(iutils::get_instance().get_common_directory(), common);
+    EXPECT_EQ(mode_of(common), 0700u);
+    EXPECT_EQ(utils.get_common_directory(), common);
 }
 
 TEST(LinuxUtils, ResourcesComeFromTheChosenFolder)

@@ -1,4 +1,5 @@
-// Reading whole files under a cap and replacing files in one step.
+// The I/O layer: reading whole files under a cap, replacing files in one step, and JSON
+// access that throws on data of the wrong shape.
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
@@ -9,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "framework/io/json_checked.h"
 #include "framework/io/read_bounded_file.h"
 #include "framework/io/write_file_atomically.h"
 #include "tests/support/test_files.h"
@@ -110,6 +112,16 @@ TEST(FileIo, FailedWritesNameTheFileAndKeepTheOldOne)
         chmod(locked.c_str(), 0700);
     }
     EXPECT_EQ(folder_names(dir).size(), 1u);  // only the link: no temporary file behind
+}
+
+TEST(JsonChecked, AssertionsOnUserDataThrowInsteadOfEndingTheProcess)
+{
+    rapidjson::Document document;
+    document.Parse(R"({"version": "1"})");
+    ASSERT_FALSE(document.HasParseError());
+    EXPECT_THROW(document["version"].GetInt(), json_shape_error);
+    EXPECT_THROW(document["version"].Size(), json_shape_error);
+    EXPECT_THROW(document["version"]["x"], json_shape_error);
 }
 
 }  // namespace

@@ -68,35 +68,5 @@ TEST(Image, CopyReusesMatchingStorageOnlyAndMovingHandsOverOwnership)
     EXPECT_EQ(other.format, pixel_format::empty);
 }
 
-TEST(Image, ReadersOfEachFormat)
-{
-    image bytes(1, 1, pixel_format::argb8, false);
-    const uint8_t b[4] = {255, 0, 51, 102};
-    std::memcpy(bytes.data, b, 4);
-    const argb_float p0 = bytes.read_pixel(0, 0);
-    EXPECT_EQ(p0.a, 1.0f);
-    EXPECT_FLOAT_EQ(p0.g, 0.2f);
-
-    bytes.format = pixel_format::rgba8;  // same storage read as r, g, b, a, undivided
-    const argb_float p4 = bytes.read_pixel(0, 0);
-    EXPECT_EQ(p4.a, 102.0f);
-    EXPECT_EQ(p4.r, 255.0f);
-    EXPECT_EQ(p4.b, 51.0f);
-
-    image shorts(1, 1, pixel_format::argb16, false);
-    const uint16_t s[4] = {32767, 0, 0, 65534};
-    std::memcpy(shorts.data, s, 8);
-    EXPECT_EQ(shorts.read_pixel(0, 0).a, 1.0f);
-    EXPECT_EQ(shorts.read_pixel(0, 0).b, 2.0f);
-
-    image floats(1, 1, pixel_format::rgba_f32, false);
-    const float f[4] = {0.1f, 0.2f, 0.3f, 0.4f};
-    std::memcpy(floats.data, f, 16);
-    const argb_float p6 = floats.read_pixel(0, 0);
-    EXPECT_EQ(p6.a, 0.4f);
-    EXPECT_EQ(p6.r, 0.1f);
-    EXPECT_EQ(p6.b, 0.3f);
-}
-
 }  // namespace
 }  // namespace vl1

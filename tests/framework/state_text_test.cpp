@@ -1,8 +1,6 @@
 // The state blob as text, as hosts keep it in "binaryStateParam": packed (fpzip for the
 // float grids, zstd for the rest) and, as earlier versions wrote it, plain base64.
 #include <gtest/gtest.h>
-#include <sodium.h>
-#include <zstd.h>
 
 #include <cmath>
 #include <cstring>
@@ -12,6 +10,7 @@
 #include "framework/io/base64.h"
 #include "framework/io/state_packing.h"
 #include "framework/io/state_text.h"
+#include "tests/support/forged_state.h"
 
 namespace vl1 {
 namespace {
@@ -91,30 +90,6 @@ TEST(StateText, TextThatCarriesNoStateDecodesToNothing)
         EXPECT_TRUE(decode_state_text(text, no_limit).empty()) << (text ? text : "null");
 }
 
-/// A packed state around `rest_frame`, with a digest that matches: what a host that forged
-/// the form, or a future writer, might hand over.
-std::vector<uint8_t> packed_around(uint32_t state_bytes, const std::vector<uint8_t>& rest_frame)
-{
-    std::vector<uint8_t> out(44 + rest_frame.size(), 0);
-    std::memcpy(out.data(), &state_bytes, 4);
-    const auto size = uint32_t(rest_frame.size());
-    std::memcpy(out.data() + 40, &size, 4);
-    std::copy(rest_frame.begin(), rest_frame.end(), out.begin() + 44);
-    crypto_generichash(out.data() + 4, 32, out.data() + 36, out.size() - 36, nullptr, 0);
-    return out;
-}
-
-std::vector<uint8_t> zstd_frame(std::size_t zeros, bool declare_size)
-{
-    const std::vector<uint8_t> data(zeros, 0);
-    std::vector<uint8_t> frame(ZSTD_compressBound(zeros));
-    ZSTD_CCtx* cctx = ZSTD_createCCtx();
-    ZSTD_CCtx_setParameter(cctx, ZSTD_c_contentSizeFlag, declare_size ? 1 : 0);
-    frame.resize(ZSTD_compress2(cctx, frame.data(), frame.size(), data.data(), data.size()));
-    ZSTD_freeCCtx(cctx);
-    return frame;
-}
-
 TEST(StatePacking, RefusesWhatWouldGrowPastTheStateOrWasntWrittenByUs)
 {
     std::vector<state_float_grid> grids;
@@ -136,11 +111,12 @@ TEST(StatePacking, RefusesWhatWouldGrowPastTheStateOrWasntWrittenByUs)
         EXPECT_TRUE(unpack_state(forged.data(), forged.size(), 1000, error).empty());
         EXPECT_NE(error.find(why), std::string::npos) << error;
     };
-    expect_refused(packed_around(0xffffffffu, zstd_frame(10, true)), "claims 4294967295 bytes");
-    expect_refused(packed_around(1000, zstd_frame(1 << 24, true)), "rest claims another size");
-    expect_refused(packed_around(1000, zstd_frame(1 << 24, false)), "rest claims another size");
-    expect_refused(packed_around(1000, zstd_frame(999, true)), "rest claims another size");
-    const std::vector<uint8_t> honest = packed_around(1000, zstd_frame(1000, true));
+    using hueloom_test::forged_packed_state;
+    expect_refused(forged_packed_state(0xffffffffu, 10, true), "claims 4294967295 bytes");
+    expect_refused(forged_packed_state(1000, 1 << 24, true), "rest claims another size");
+    expect_refused(forged_packed_state(1000, 1 << 24, false), "rest claims another size");
+    expect_refused(forged_packed_state(1000, 999, true), "rest claims another size");
+    const std::vector<uint8_t> honest = forged_packed_state(1000, 1000, true);
     EXPECT_EQ(unpack_state(honest.data(), honest.size(), 1000, error), std::vector<uint8_t>(1000, 0));
 }
 

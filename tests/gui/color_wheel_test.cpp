@@ -58,8 +58,6 @@ TEST(ColorWheelPad, StrengthAndAngleGoThroughTheQuantisedPoint)
 {
     CVLColorWheelXYPad pad(0, 0, 451, 451, nullptr, CVLControl::no_tag);
     EXPECT_FLOAT_EQ(pad.get_max_radius(), (451.0f - 4.75f) / 451.0f);
-    EXPECT_EQ(pad.get_angle_tag(), uid("Angle"));
-    EXPECT_EQ(pad.get_strength_tag(), uid("Strength"));
 
     pad.set_strength(80.0f);
     pad.set_angle(30.0f);

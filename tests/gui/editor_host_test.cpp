@@ -23,13 +23,6 @@ namespace fs = std::filesystem;
 namespace hueloom_test {
 namespace {
 
-using rgb = std::array<int, 3>;
-
-// The wheel in the editor's right column (see editor_panel_test.cpp): its square starts 16
-// points in and 108 below the panel, 451 points wide with a 12-point marker. A point a
-// quarter in from its top-left corner is 45 degrees.
-constexpr int wheel_left = 16, wheel_top = 108, wheel_quarter = 6 + (451 - 12) / 4;
-
 /// The 8-bit colour the preview shows for a float pixel (truncated, as the editor converts).
 rgb shown_colour(const std::array<double, 4>& p)
 {
@@ -37,14 +30,6 @@ rgb shown_colour(const std::array<double, 4>& p)
     for (int c = 0; c < 3; ++c)
         out[c] = static_cast<int>(std::clamp(p[c], 0.0, 1.0) * 255.0);
     return out;
-}
-
-bool near(const rgb& a, const rgb& b)
-{
-    for (int c = 0; c < 3; ++c)
-        if (std::abs(a[c] - b[c]) > 1)
-            return false;
-    return true;
 }
 
 /// The plug-in logs to stderr; this sends it to a file the test can read while it runs.
@@ -108,8 +93,10 @@ public:
     void drag_wheel_to_45_degrees()
     {
         const rgb before = preview_pixel();
-        const int wx = origin.first + size.first - 494 + wheel_left, wy = origin.second + 64 + wheel_top;
-        x_session::drag(wx + 225, wy + 225, wx + wheel_quarter, wy + wheel_quarter);
+        // A point a quarter in from the wheel's top-left corner is 45 degrees.
+        const int wx = origin.first + size.first - 494 + int(wheel_left), wy = origin.second + 64 + int(wheel_top);
+        const int quarter = int(wheel_marker / 2 + 0.25 * (wheel_size - wheel_marker));
+        x_session::drag(wx + 225, wy + 225, wx + quarter, wy + quarter);
         for (int i = 0; i < 50 && preview_pixel() == before; ++i)
             x_session::settle(0.1);
     }
@@ -219,13 +206,13 @@ TEST_F(editor_host, OpensAgainOnTheCurrentLookAndForASecondInstanceAfterward)
         const rgb dragged = editor.preview_pixel();
         ASSERT_EQ(editor.close(), kOfxStatOK);
         edited = editor.output_colour();
-        EXPECT_TRUE(near(dragged, edited)) << "the preview follows the drag";
-        EXPECT_FALSE(near(opened_on, edited)) << "the drag changed the look";
+        EXPECT_TRUE(near(dragged, edited, 1)) << "the preview follows the drag";
+        EXPECT_FALSE(near(opened_on, edited, 1)) << "the drag changed the look";
     }
     {
         hosted_editor editor = open(first);
         ASSERT_NE(editor.window, 0u) << "the second opening: " << log.text();
-        EXPECT_TRUE(near(editor.preview_pixel(), edited)) << "it opens on the look the first one left";
+        EXPECT_TRUE(near(editor.preview_pixel(), edited, 1)) << "it opens on the look the first one left";
         ASSERT_EQ(editor.close(), kOfxStatOK);
         EXPECT_EQ(editor.output_colour(), edited);
     }
@@ -234,8 +221,8 @@ TEST_F(editor_host, OpensAgainOnTheCurrentLookAndForASecondInstanceAfterward)
     ASSERT_NE(editor.window, 0u) << log.text();
     const rgb shown = editor.preview_pixel();
     ASSERT_EQ(editor.close(), kOfxStatOK);
-    EXPECT_TRUE(near(shown, editor.output_colour()));
-    EXPECT_FALSE(near(shown, edited)) << "the second instance shows its own look";
+    EXPECT_TRUE(near(shown, editor.output_colour(), 1));
+    EXPECT_FALSE(near(shown, edited, 1)) << "the second instance shows its own look";
 }
 
 /// Anonymous resident memory of a process in MiB: what its heaps and stacks hold, without

@@ -46,27 +46,12 @@ protected:
     fs::path dir;
 };
 
-/// Opens the folder dialog by the button at (x, y), types `name` (a folder in HOME, where the
-/// dialog starts) and presses the dialog's OK.
+/// Opens the folder dialog by the button at (x, y) and picks `name`, a folder in HOME, where
+/// the dialog starts.
 void pick_folder(int x, int y, const std::string& name)
 {
     x_session::click(x, y);
-    const unsigned long dialog = x_session::wait_for_window("Select Folder with Theme", 10);
-    ASSERT_NE(dialog, 0u);
-    x_session::type(name);
-    const auto [left, top] = x_session::window_origin(dialog);
-    const auto [w, h] = x_session::window_size(dialog);
-    x_session::click(left + w - 146, top + h - 23);
-}
-
-/// Answers the alert that is open (titled "Hueloom") with `key`: Return for its default
-/// button, Escape for the other one.
-void answer_alert(const std::string& key)
-{
-    const unsigned long alert = x_session::wait_for_window("Hueloom", 10);
-    ASSERT_NE(alert, 0u) << "no alert";
-    x_session::shell("xdotool windowactivate --sync " + std::to_string(alert) + " key " + key);
-    x_session::settle(0.4);
+    ASSERT_TRUE(answer_file_dialog("Select Folder with Theme", name));
 }
 
 /// Waits up to `seconds` for `done`, since the editor answers in its own time (slower under
@@ -80,6 +65,18 @@ bool eventually(Condition done, double seconds = 10)
         x_session::settle(0.1);
     }
     return done();
+}
+
+/// Answers the alert that is open (titled "Hueloom") with `key`: Return for its default
+/// button, Escape for the other one; waits for it to go, since until then it would be found
+/// in place of the next alert.
+void answer_alert(const std::string& key)
+{
+    const unsigned long alert = x_session::wait_for_window("Hueloom", 10);
+    ASSERT_NE(alert, 0u) << "no alert";
+    x_session::shell("xdotool windowactivate --sync " + std::to_string(alert) + " key " + key);
+    ASSERT_TRUE(eventually([&] { return x_session::wait_for_window("Hueloom", 0.1) != alert; }, 5))
+        << "the alert stays after " << key;
 }
 
 /// Points the editor at a theme server that wants the themes of `uids` (hexadecimal, by commas).
@@ -101,21 +98,11 @@ void publish_theme(const fs::path& folder, const std::string& name, const std::s
                      (folder / (uid + ".hlt")).string() + "'");
 }
 
-bool near(const std::array<int, 3>& a, const std::array<int, 3>& b)
-{
-    return std::abs(a[0] - b[0]) <= 3 && std::abs(a[1] - b[1]) <= 3 && std::abs(a[2] - b[2]) <= 3;
-}
-
 /// Saves through the export button's dialog as `name` in HOME, where the dialog starts.
 void export_lut(const open_editor& editor, const std::string& name)
 {
     x_session::click(editor.column_x(238 + 23), editor.column_y(preset_row_y));
-    const unsigned long dialog = x_session::wait_for_window("Export LUT", 10);
-    ASSERT_NE(dialog, 0u) << editor.log();
-    x_session::type(name);
-    const auto [left, top] = x_session::window_origin(dialog);
-    const auto [w, h] = x_session::window_size(dialog);
-    x_session::click(left + w - 146, top + h - 23);
+    ASSERT_TRUE(answer_file_dialog("Export LUT", name)) << editor.log();
     EXPECT_TRUE(eventually([&] { return fs::exists(home_dir() / name); })) << editor.log();
 }
 
@@ -214,7 +201,7 @@ TEST_F(editor_panel, ThemesAreDownloadedImportedAndChosenFromTheMenuInGerman)
     ASSERT_TRUE(editor.opened()) << editor.log();
 
     const auto bar_green = [&] {
-        return near(x_session::screen_pixel(editor.column_x(10), editor.panel_y(bar_y + 3)), {26, 186, 0});
+        return near(x_session::screen_pixel(editor.column_x(10), editor.panel_y(bar_y + 3)), {26, 186, 0}, 3);
     };
     ASSERT_TRUE(eventually(bar_green, 40)) << editor.log();
     x_session::screenshot(shots_dir() / "download_de.png");
@@ -238,14 +225,14 @@ TEST_F(editor_panel, ThemesAreDownloadedImportedAndChosenFromTheMenuInGerman)
     // the imported one, current. Above it stands "Zenit"; choosing it shows its picture, and
     // undo brings back the imported theme's.
     const int centre_x = editor.column_x(wheel_left + 225), centre_y = editor.panel_y(wheel_top + 225);
-    const std::array<int, 3> imported_look = x_session::screen_pixel(centre_x, centre_y);
+    const rgb imported_look = x_session::screen_pixel(centre_x, centre_y);
     x_session::click(editor.column_x(0.5 + 451 - 10), load_y);
     x_session::screenshot(shots_dir() / "theme_menu.png");
     x_session::keys("Up Return");
-    EXPECT_TRUE(eventually([&] { return near(x_session::screen_pixel(centre_x, centre_y), {30, 60, 200}); }))
+    EXPECT_TRUE(eventually([&] { return near(x_session::screen_pixel(centre_x, centre_y), {30, 60, 200}, 3); }))
         << editor.log();
     x_session::keys("ctrl+z");
-    EXPECT_TRUE(eventually([&] { return near(x_session::screen_pixel(centre_x, centre_y), imported_look); }));
+    EXPECT_TRUE(eventually([&] { return near(x_session::screen_pixel(centre_x, centre_y), imported_look, 3); }));
     ASSERT_EQ(editor.close_and_wait(), 0) << editor.log();
 
     const std::string log = editor.log();

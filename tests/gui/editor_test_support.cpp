@@ -75,6 +75,18 @@ std::map<std::string, std::string> open_editor::settings() const
     return out;
 }
 
+bool answer_file_dialog(const std::string& title, const std::string& name)
+{
+    const unsigned long dialog = x_session::wait_for_window(title, 10);
+    if (dialog == 0)
+        return false;
+    x_session::type(name);
+    const auto [left, top] = x_session::window_origin(dialog);
+    const auto [w, h] = x_session::window_size(dialog);
+    x_session::click(left + w - 146, top + h - 23);
+    return true;
+}
+
 std::pair<double, double> wheel_reading(double px, double py)
 {
     const double x = std::floor((px - wheel_marker / 2) / (wheel_size - wheel_marker) * 1000 + 0.5) / 1000;

@@ -2,7 +2,9 @@
 // editor's geometry on screen, and the look it leaves behind (--state-out).
 #pragma once
 
+#include <array>
 #include <cmath>
+#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -55,6 +57,18 @@ inline constexpr double wheel_left = 16, wheel_top = 108, wheel_size = 451, whee
 inline constexpr double wheel_max_radius = (451 - 4.75) / 451;
 // The hue slider's track (16, 613, 467, 635) and the chroma slider's, 60 points lower.
 inline constexpr double hue_track_y = 599 + 14 + 11;
+
+using rgb = std::array<int, 3>;
+/// Whether no channel of the two colours differs by more than `tolerance`.
+inline bool near(const rgb& a, const rgb& b, int tolerance)
+{
+    return std::abs(a[0] - b[0]) <= tolerance && std::abs(a[1] - b[1]) <= tolerance &&
+           std::abs(a[2] - b[2]) <= tolerance;
+}
+
+/// Types `name` into the file dialog titled `title`, which is opening, and presses its OK;
+/// false if no such dialog appeared.
+bool answer_file_dialog(const std::string& title, const std::string& name);
 
 /// Angle and strength the wheel gives for a click (px, py) points from its corner.
 std::pair<double, double> wheel_reading(double px, double py);

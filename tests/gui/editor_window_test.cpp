@@ -17,7 +17,6 @@ namespace fs = std::filesystem;
 namespace hueloom_test {
 namespace {
 
-constexpr const char* title = "Varnlight - Hueloom";
 constexpr int source_rgb[3] = {153, 77, 51};
 
 /// The 8-bit colour of pixel (0, 0) of an image file.
@@ -37,41 +36,28 @@ protected:
     {
         dir = home_dir() / ::testing::UnitTest::GetInstance()->current_test_info()->name();
         fs::create_directories(dir);
-        picture = write_flat_picture(dir);
         setenv("HUELOOM_LOG", "stderr", 1);
     }
 
-    std::vector<std::string> look_arguments(const fs::path& out) const
-    {
-        return {"-i", picture.string(), "-o", out.string(), "--set", "Strength=80", "--set", "Angle=60"};
-    }
-
-    fs::path dir, picture;
+    fs::path dir;
 };
 
 TEST_F(editor_window, OpensSizedForTheScreenShowsTheGradedFrameAndClosesByTheWindowManager)
 {
     x_session x(1600, 900);
     ASSERT_TRUE(x.ready()) << "Xvfb did not start";
-    const fs::path out = dir / "graded.png", log = dir / "look.log";
-    background_process look(HUELOOM_LOOK_TOOL, look_arguments(out), log);
-    const unsigned long window = x_session::wait_for_window(title, 30);
-    ASSERT_NE(window, 0u) << read_text(log);
+    open_editor editor(dir, {"--set", "Strength=80", "--set", "Angle=60"});
+    ASSERT_TRUE(editor.opened()) << editor.log();
     // 90 % of 1600 wide, 528:988 high; the window is one point smaller than asked.
-    EXPECT_EQ(x_session::window_size(window), std::make_pair(1439, 768));
-    EXPECT_NE(read_text(log).find("Obtained size: 1440, 769"), std::string::npos);
+    EXPECT_EQ(x_session::window_size(editor.window), std::make_pair(1439, 768));
+    EXPECT_NE(editor.log().find("Obtained size: 1440, 769"), std::string::npos);
 
-    // Wait for the first picture, then read the middle of the preview (left of the 494-point
-    // column): the window stands centred on the screen.
-    for (int i = 0; i < 100 && read_text(log).find("even render.") == std::string::npos; ++i)
-        x_session::shell("sleep 0.1");
-    x_session::shell("sleep 0.5");
+    // The middle of the preview (left of the 494-point column) where a window centred on the
+    // screen has it.
     const int left = (1600 - 1440) / 2, top = (900 - 769) / 2;
     const std::array<int, 3> shown = x_session::screen_pixel(left + (1439 - 494) / 2, top + 768 / 2);
-
-    EXPECT_TRUE(x_session::close_by_window_manager(window, title));
-    ASSERT_EQ(look.wait(30), 0) << read_text(log);
-    const std::array<int, 3> graded = file_pixel(out);
+    ASSERT_EQ(editor.close_and_wait(), 0) << editor.log();
+    const std::array<int, 3> graded = file_pixel(editor.graded_file);
     for (int c = 0; c < 3; ++c) {
         EXPECT_NEAR(shown[c], graded[c], 1) << "channel " << c;
     }
@@ -119,7 +105,10 @@ TEST_F(editor_window, WithoutDisplayTheFrameRendersAndNoWindowOpens)
 {
     unsetenv("DISPLAY");
     const fs::path out = dir / "graded.png", log = dir / "look.log";
-    background_process look(HUELOOM_LOOK_TOOL, look_arguments(out), log);
+    background_process look(HUELOOM_LOOK_TOOL,
+                            {"-i", write_flat_picture(dir).string(), "-o", out.string(), "--set", "Strength=80",
+                             "--set", "Angle=60"},
+                            log);
     ASSERT_EQ(look.wait(60), 0) << read_text(log);
     EXPECT_NE(read_text(log).find("No parent window handle."), std::string::npos);
     EXPECT_NE(file_pixel(out), (std::array<int, 3>{source_rgb[0], source_rgb[1], source_rgb[2]}));

@@ -72,14 +72,4 @@ TEST_F(instance_test, DestroyedInstancesHaveDeadHandles)
     EXPECT_EQ(inst.render(0.0, {0, 0, 1, 1}), kOfxStatFailed);
 }
 
-TEST_F(instance_test, HostileActionsGetStatusesNotCrashes)
-{
-    EXPECT_EQ(plugin.call_action(kOfxActionCreateInstance, nullptr, nullptr, nullptr), kOfxStatErrBadHandle);
-    EXPECT_EQ(plugin.call_action(kOfxImageEffectActionRender, nullptr, nullptr, nullptr), kOfxStatFailed);
-    EXPECT_EQ(plugin.call_action("OfxActionNoSuchThing", nullptr, nullptr, nullptr), kOfxStatReplyDefault);
-    auto inst = filter_instance();
-    EXPECT_EQ(inst.call_action(kOfxActionInstanceChanged, nullptr, nullptr), kOfxStatErrBadHandle);
-    EXPECT_EQ(inst.call_action(kOfxImageEffectActionRender), kOfxStatErrBadHandle);  // no window
-}
-
 }  // namespace

@@ -4,7 +4,9 @@
 #include "tests/ofx/bundle_look.h"
 #include "tests/ofx/bundle_test_support.h"
 
+#include "framework/io/state_text.h"
 #include "host/status.h"
+#include "tests/support/forged_state.h"
 
 #include <cmath>
 #include <limits>
@@ -82,14 +84,16 @@ TEST(bundle_hostile, EverySuiteCallFailingAlwaysOrOnce)
 TEST_F(bundle_fixture, PackedStatesThatWouldGrowPastAStateAreRefused)
 {
     vl1::ofxhost::plugin p = ready_plugin();
-    const std::string texts[] = {
-        forged_packed_text(0xffffffffu, 100, true),     // claims 4 GiB
-        forged_packed_text(4000000, 16 << 20, true),    // the rest declares 16 MiB
-        forged_packed_text(4000000, 16 << 20, false),   // the rest declares nothing and expands
+    using hueloom_test::forged_packed_state;
+    const std::vector<uint8_t> forged[] = {
+        forged_packed_state(0xffffffffu, 100, true),     // claims 4 GiB
+        forged_packed_state(4000000, 16 << 20, true),    // the rest declares 16 MiB
+        forged_packed_state(4000000, 16 << 20, false),   // the rest declares nothing and expands
     };
     auto source = gradient_image({0, 0, 8, 4});
     const auto expected = graded(*source, table_for(*builtin_theme(), {30, 70}));
-    for (const std::string& text : texts) {
+    for (const std::vector<uint8_t>& packed : forged) {
+        const std::string text = vl1::packed_state_prefix + state_text(packed);
         log_capture log;
         vl1::ofxhost::instance inst = p.create_instance(kOfxImageEffectContextFilter,
                                                    {{"binaryStateParam", text}, {"Angle", 30.0}, {"Strength", 70.0}});
@@ -107,9 +111,7 @@ protected:
 
     OfxStatus render_window(OfxRectI window)
     {
-        inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
-        inst.set_clip_image(kOfxImageEffectOutputClipName, output);
-        const OfxStatus s = inst.render(0.0, window);
+        const OfxStatus s = render_into(inst, source, output, window);
         EXPECT_EQ(inst.outstanding_images(), 0);
         return s;
     }

@@ -5,9 +5,6 @@
 #include "tests/ofx/bundle_test_support.h"
 #include "themes/hueloom_theme_state_serializer_v1.h"
 
-#include <sodium.h>
-#include <zstd.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -85,24 +82,6 @@ std::vector<uint8_t> state_blob_with(const vl1::hueloom_theme_v1& theme, std::si
 std::string state_text(const std::vector<uint8_t>& blob)
 {
     return vl1::plain_state_text(blob);
-}
-
-std::string forged_packed_text(uint32_t state_bytes, std::size_t zeros, bool declare_size)
-{
-    const std::vector<uint8_t> data(zeros, 0);
-    std::vector<uint8_t> frame(ZSTD_compressBound(zeros));
-    ZSTD_CCtx* cctx = ZSTD_createCCtx();
-    ZSTD_CCtx_setParameter(cctx, ZSTD_c_contentSizeFlag, declare_size ? 1 : 0);
-    frame.resize(ZSTD_compress2(cctx, frame.data(), frame.size(), data.data(), data.size()));
-    ZSTD_freeCCtx(cctx);
-    // State bytes, digest, no grids, the frame's size, the frame.
-    std::vector<uint8_t> packed(44 + frame.size(), 0);
-    std::memcpy(packed.data(), &state_bytes, 4);
-    const auto frame_size = static_cast<uint32_t>(frame.size());
-    std::memcpy(packed.data() + 40, &frame_size, 4);
-    std::copy(frame.begin(), frame.end(), packed.begin() + 44);
-    crypto_generichash(packed.data() + 4, 32, packed.data() + 36, packed.size() - 36, nullptr, 0);
-    return vl1::packed_state_prefix + state_text(packed);
 }
 
 }  // namespace bundle_test

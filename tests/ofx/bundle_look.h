@@ -37,9 +37,4 @@ std::vector<uint8_t> state_blob_with(const vl1::hueloom_theme_v1& theme, std::si
 /// Base64 text of a blob, as "binaryStateParam" held it before the state was packed.
 std::string state_text(const std::vector<uint8_t>& blob);
 
-/// Packed state text ("hlz1:") that claims `state_bytes` and holds, with a matching digest,
-/// no grids and a zstd frame of `zeros` zero bytes as the rest; the frame declares its size
-/// only with `declare_size`. What a forging host could hand over.
-std::string forged_packed_text(uint32_t state_bytes, std::size_t zeros, bool declare_size);
-
 }  // namespace bundle_test

@@ -103,6 +103,9 @@ TEST_F(bundle_render, HostValuesAreReadAtTheRenderTimeWithKeysAndClamped)
     inst.param("Strength").set_constant(250.0);
     auto clamped = render(inst, source, 11.0);
     EXPECT_EQ(max_difference(*clamped, *graded(*source, table_for(*theme, {200, 100}))), 0.0);
+    // What the effect clamped isn't written back: the host keeps what the user typed.
+    EXPECT_EQ(inst.param("Strength").get_double(), 250.0);
+    EXPECT_EQ(inst.param("Angle").key_times().size(), 2u);
 }
 
 TEST_F(bundle_render, EveryPairOfDepthsUsesItsScales)
@@ -123,9 +126,7 @@ TEST_F(bundle_render, EveryPairOfDepthsUsesItsScales)
         for (pixel_depth out : {pixel_depth::byte, pixel_depth::short_int, pixel_depth::real}) {
             SCOPED_TRACE(testing::Message() << vl1::ofxhost::depth_name(in) << " to " << vl1::ofxhost::depth_name(out));
             auto output = std::make_shared<vl1::ofxhost::image>(out, source->bounds());
-            inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
-            inst.set_clip_image(kOfxImageEffectOutputClipName, output);
-            ASSERT_EQ(inst.render(0.0, source->bounds()), kOfxStatOK);
+            ASSERT_EQ(render_into(inst, source, output, source->bounds()), kOfxStatOK);
             EXPECT_EQ(max_difference(*output, *graded(*source, table, out)), 0.0);
         }
     }
@@ -134,16 +135,12 @@ TEST_F(bundle_render, EveryPairOfDepthsUsesItsScales)
 TEST_F(bundle_render, AlphaPassesThroughPremultipliedOrNot)
 {
     vl1::ofxhost::instance inst = make({120, 100});
-    std::shared_ptr<vl1::ofxhost::image> outputs[2];
     auto source = test_card({0, 0, 12, 4});
-    for (int i = 0; i < 2; ++i) {
-        source->premultiplication = i == 0 ? kOfxImagePreMultiplied : kOfxImageUnPreMultiplied;
-        outputs[i] = render(inst, source);
-        for (int x = 0; x < 12; ++x)
-            for (int y = 0; y < 4; ++y)
-                EXPECT_EQ(outputs[i]->channel(x, y, 3), std::clamp(source->channel(x, y, 3), 0.0, 1.0)) << x << "," << y;
+    const auto expected = graded(*source, table_for(*theme, {120, 100}));
+    for (const char* premultiplication : {kOfxImagePreMultiplied, kOfxImageUnPreMultiplied}) {
+        source->premultiplication = premultiplication;
+        EXPECT_EQ(max_difference(*render(inst, source), *expected), 0.0) << premultiplication;
     }
-    EXPECT_EQ(max_difference(*outputs[0], *outputs[1]), 0.0) << "the effect grades the colours as they come";
 }
 
 TEST_F(bundle_render, HalfScaleProxiesAndTilesGradeEveryPixelOnce)
@@ -190,9 +187,7 @@ TEST_F(bundle_render, PaddedAndBottomUpRowsAreHonoured)
         auto output = std::make_shared<vl1::ofxhost::image>(vl1::ofxhost::pixel_depth::real, source->bounds(), layout);
         output->fill_bytes(0xAB);
         const auto padding_before = output->padding_bytes();
-        inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
-        inst.set_clip_image(kOfxImageEffectOutputClipName, output);
-        ASSERT_EQ(inst.render(0.0, source->bounds()), kOfxStatOK);
+        ASSERT_EQ(render_into(inst, source, output, source->bounds()), kOfxStatOK);
         EXPECT_EQ(max_difference(*output, *expected), 0.0) << layout.row_padding_bytes << " " << layout.bottom_up;
         EXPECT_EQ(output->padding_bytes(), padding_before) << "padding must stay untouched";
     }
@@ -204,9 +199,7 @@ TEST_F(bundle_render, WindowsBeyondTheImagesWriteOnlyWhereBothExist)
     auto source = test_card({2, 0, 8, 4});  // narrower than the output
     auto output = std::make_shared<vl1::ofxhost::image>(vl1::ofxhost::pixel_depth::real, OfxRectI{0, 0, 10, 4});
     output->fill({0.25, 0.25, 0.25, 0.25});
-    inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
-    inst.set_clip_image(kOfxImageEffectOutputClipName, output);
-    ASSERT_EQ(inst.render(0.0, {-5, -3, 20, 9}), kOfxStatOK);
+    ASSERT_EQ(render_into(inst, source, output, {-5, -3, 20, 9}), kOfxStatOK);
     const auto expected = graded(*source, table_for(*theme, {30, 100}));
     for (int y = 0; y < 4; ++y) {
         for (int x = 0; x < 10; ++x) {
@@ -222,10 +215,10 @@ TEST_F(bundle_render, AFailedFetchAnswersByTheAbortState)
 {
     vl1::ofxhost::instance inst = make({});
     auto source = test_card({0, 0, 4, 4});
-    inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
-    inst.set_clip_image(kOfxImageEffectOutputClipName, std::make_shared<vl1::ofxhost::image>(source->depth(), source->bounds()));
     h.fail_call(vl1::ofxhost::failing("clipGetImage").for_argument(kOfxImageEffectSimpleSourceClipName));
-    EXPECT_EQ(inst.render(0.0, source->bounds()), kOfxStatFailed);
+    EXPECT_EQ(render_into(inst, source, std::make_shared<vl1::ofxhost::image>(source->depth(), source->bounds()),
+                          source->bounds()),
+              kOfxStatFailed);
     inst.set_abort(true);
     EXPECT_EQ(inst.render(0.0, source->bounds()), kOfxStatOK);
     EXPECT_EQ(inst.outstanding_images(), 0) << "the output image is given back";

@@ -37,6 +37,14 @@ std::shared_ptr<vl1::ofxhost::image> gradient_image(OfxRectI bounds)
     return img;
 }
 
+OfxStatus render_into(vl1::ofxhost::instance& inst, std::shared_ptr<vl1::ofxhost::image> source,
+                      std::shared_ptr<vl1::ofxhost::image> output, OfxRectI window, OfxTime time)
+{
+    inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, std::move(source));
+    inst.set_clip_image(kOfxImageEffectOutputClipName, std::move(output));
+    return inst.render(time, window);
+}
+
 log_capture::log_capture()
 {
     (void)log_to_stderr;
@@ -83,9 +91,7 @@ std::shared_ptr<vl1::ofxhost::image> bundle_fixture::render(vl1::ofxhost::instan
 {
     auto output = std::make_shared<vl1::ofxhost::image>(source->depth(), source->bounds());
     output->fill({0.0, 0.0, 0.0, 0.0});
-    inst.set_clip_image(kOfxImageEffectSimpleSourceClipName, source);
-    inst.set_clip_image(kOfxImageEffectOutputClipName, output);
-    EXPECT_EQ(inst.render(time, source->bounds()), expected);
+    EXPECT_EQ(render_into(inst, source, output, source->bounds(), time), expected);
     EXPECT_EQ(inst.outstanding_images(), 0);
     return output;
 }

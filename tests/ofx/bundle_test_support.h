@@ -28,6 +28,10 @@ std::filesystem::path bundle_binary();
 /// A float RGBA image over `bounds`, every pixel (r, g, b, a) a smooth function of x and y.
 std::shared_ptr<vl1::ofxhost::image> gradient_image(OfxRectI bounds);
 
+/// Hands `source` and `output` to the instance's clips and renders `window`; the status.
+OfxStatus render_into(vl1::ofxhost::instance& inst, std::shared_ptr<vl1::ofxhost::image> source,
+                      std::shared_ptr<vl1::ofxhost::image> output, OfxRectI window, OfxTime time = 0.0);
+
 /// Collects what the plug-in writes to stderr while it lives.
 class log_capture {
 public:

@@ -1,6 +1,7 @@
 // The parameter bridge between a component and the host's parameters, driven through the
-// suites of our own host: definitions from the component's list, host values into the
-// component, and the component's own changes back, as keys where the user animated.
+// suites of our own host: the component's own changes go back, as keys where the user
+// animated, and a parameter the host can't find is skipped. Host values reaching the
+// component at the render time, clamped, are shown through the bundle (bundle_render).
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -45,21 +46,6 @@ protected:
         return std::dynamic_pointer_cast<cparameter_continuous_v1>(component->get_parameter(std::string(name)));
     }
 };
-
-TEST_F(ParamBridge, HostValuesReachTheComponentAtTheRenderTimeAndAreNotSentBack)
-{
-    host_param("Angle").set_value_at(0.0, 0.0);
-    host_param("Angle").set_value_at(10.0, 100.0);
-    host_param("Strength").set_constant(250.0);  // beyond the range
-    host_param("Global Bypass").set_constant(1);
-    SetAllParamsToComponent(suites, 2.5, instance.handle(), component);
-    EXPECT_FLOAT_EQ(continuous("Angle")->get_value(), 25.0f);
-    EXPECT_EQ(continuous("Strength")->get_value(), 100.0f) << "clamped by the component";
-    EXPECT_TRUE(component->get_bypass());
-    // The clamped value isn't written back: the host keeps what the user typed.
-    EXPECT_EQ(host_param("Strength").value().numbers[0], 250.0);
-    EXPECT_EQ(host_param("Angle").key_times().size(), 2u);
-}
 
 TEST_F(ParamBridge, TheComponentsOwnChangesGoBackAsKeysWhereAnimated)
 {
