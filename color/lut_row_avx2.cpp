@@ -49,8 +49,8 @@ template <rgba_depth In, rgba_depth Out>
         }
         for (std::size_t g = 0; g < groups; ++g, out += 4 * out_step) {
             _mm_prefetch(reinterpret_cast<const char*>(out) + 1024, _MM_HINT_T0);
-            const __m256 r01 = interpolate_two_avx2<0, 1, 2>(bytes, cells[g], 0, 1, fractions[2 * g]);
-            const __m256 r23 = interpolate_two_avx2<0, 1, 2>(bytes, cells[g], 2, 3, fractions[2 * g + 1]);
+            const __m256 r01 = interpolate_two_avx2<0, 1, 2>(bytes, cells[g], 0, fractions[2 * g]);
+            const __m256 r23 = interpolate_two_avx2<0, 1, 2>(bytes, cells[g], 1, fractions[2 * g + 1]);
             simd::store_rgba_avx2<Out>(out, with_pixel_alpha(r01, pixels[2 * g]));
             simd::store_rgba_avx2<Out>(out + 2 * out_step, with_pixel_alpha(r23, pixels[2 * g + 1]));
         }

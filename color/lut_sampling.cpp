@@ -74,8 +74,8 @@ void map_entries(argb_float* entries, const argb_float* map)
         }
         for (std::size_t g = 0; g < run_groups; ++g) {
             const std::size_t i = run + 4 * g;
-            const __m256 first = detail::interpolate_two_avx2<1, 2, 3>(bytes, cells[g], 0, 1, fractions[2 * g]);
-            const __m256 second = detail::interpolate_two_avx2<1, 2, 3>(bytes, cells[g], 2, 3, fractions[2 * g + 1]);
+            const __m256 first = detail::interpolate_two_avx2<1, 2, 3>(bytes, cells[g], 0, fractions[2 * g]);
+            const __m256 second = detail::interpolate_two_avx2<1, 2, 3>(bytes, cells[g], 1, fractions[2 * g + 1]);
             // Each keeps its alpha: lanes 0 and 4 from the entries.
             _mm256_storeu_ps(&entries[i].a, _mm256_blend_ps(first, _mm256_loadu_ps(&entries[i].a), 0x11));
             _mm256_storeu_ps(&entries[i + 2].a, _mm256_blend_ps(second, _mm256_loadu_ps(&entries[i + 2].a), 0x11));
