@@ -41,7 +41,7 @@ image::image(pixel_depth depth, OfxRectI bounds, image_layout layout) : channel_
         throw host_error("image is larger than 2 GiB");
     bytes_per_row = static_cast<int>(layout.bottom_up ? -stride : stride);
     first_row_offset = layout.bottom_up ? static_cast<std::ptrdiff_t>(stride * (height() - 1)) : 0;
-    storage.assign(static_cast<std::size_t>(total), 0);
+    storage = pixel_storage(static_cast<std::size_t>(total));
 }
 
 const std::uint8_t* image::address(int x, int y) const

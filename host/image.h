@@ -5,6 +5,7 @@
 // following row lies |row_bytes| lower.
 #pragma once
 
+#include "host/pixel_storage.h"
 #include "ofx/api/ofx_core.h"
 
 #include <array>
@@ -81,7 +82,7 @@ private:
     OfxRectI pixel_bounds;
     int bytes_per_row;
     std::ptrdiff_t first_row_offset;
-    std::vector<std::uint8_t> storage;
+    pixel_storage storage;
 };
 
 /// Bounds of an image of `full` bounds rendered at `scale` (proxy mode): scaled, widened to
