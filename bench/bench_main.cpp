@@ -8,12 +8,14 @@
 //   summary: render_vs_ocio_1t=R render_vs_memory_all=F rebuild_us=T tiles_vs_frame=X
 //            state_text_mb=S state_text_ms=W preview_full_ms=P preview_proxy_ms=Q
 //            preview_images_ms=B preview_8bit_ms=C preview_8bit_fit_ms=D
-// of this run's figures. Google Benchmark's own flags (--benchmark_filter, ...) apply.
+// of this run's figures; its three ratios come from passes timed in alternation. Google
+// Benchmark's own flags (--benchmark_filter, ...) apply.
 #include <benchmark/benchmark.h>
 #include <fmt/core.h>
 #include <stdlib.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstring>
 #include <filesystem>
@@ -62,6 +64,10 @@ constexpr const char* preview_8bit = "preview_8bit_conversion";
 constexpr const char* preview_8bit_fit = "preview_8bit_conversion_fitted";
 constexpr const char* state_text_prefix = "state_text_write_read/";
 constexpr const char* undo_step = "undo_gesture_builtin_theme";
+// The goals' ratios, each timed from two passes that alternate within every iteration.
+constexpr const char* paired_vs_ocio = "paired_effect_then_ocio_1_thread";
+constexpr const char* paired_vs_memory = "paired_effect_then_memory_pass_all_threads";
+constexpr const char* paired_tiles = "paired_host_whole_frame_then_64_tiles";
 
 // The effect's vault keeps themes under HOME: the benchmark gives it a fresh folder and
 // removes it again, so the user's own theme folders are never touched.
@@ -187,6 +193,29 @@ void register_frame_pass(const char* name, const scene& s, Work work)
     })->UseRealTime()->Unit(benchmark::kMillisecond)->Repetitions(repetitions)->ReportAggregatesOnly(true);
 }
 
+// Times `first` and `second` one after the other in every iteration, and reports the time of
+// `second` per time of `first` as the counter "ratio". Load from other processes comes and
+// goes within seconds; alternating the two passes every few milliseconds lets it slow both
+// alike, where two benchmarks run apart would each meet different load.
+template <typename First, typename Second>
+void register_pair(const char* name, First first, Second second)
+{
+    benchmark::RegisterBenchmark(name, [=](benchmark::State& state) mutable {
+        using clock = std::chrono::steady_clock;
+        clock::duration first_time{}, second_time{};
+        for (auto _ : state) {
+            const auto start = clock::now();
+            first();
+            const auto middle = clock::now();
+            second();
+            first_time += middle - start;
+            second_time += clock::now() - middle;
+        }
+        state.counters["ratio"] = std::chrono::duration<double>(second_time).count() /
+                                  std::chrono::duration<double>(first_time).count();
+    })->UseRealTime()->Unit(benchmark::kMillisecond)->Repetitions(repetitions)->ReportAggregatesOnly(true);
+}
+
 void register_state_text(const std::vector<state_case>& cases)
 {
     for (const state_case& c : cases) {
@@ -239,6 +268,11 @@ void register_benchmarks(scene& s, const ocio_lut_processor& ocio)
     })->UseRealTime()->Unit(benchmark::kMicrosecond)->Repetitions(repetitions)->ReportAggregatesOnly(true);
     register_frame_pass(host_frame, s, [&s] { s.host->render_whole(); });
     register_frame_pass(host_tiles, s, [&s] { s.host->render_tiles(); });
+    register_pair(paired_vs_ocio, [&s] { s.render(s.one_thread, *s.effect); },
+                  [&s, &ocio] { ocio.apply(s.source, s.result, 0, frame_height); });
+    register_pair(paired_vs_memory, [&s] { s.render(render_arena(), *s.effect); },
+                  [&s] { memory_pass(s.source, s.result, render_arena()); });
+    register_pair(paired_tiles, [&s] { s.host->render_whole(); }, [&s] { s.host->render_tiles(); });
     register_preview(preview, [&s] { s.preview->proxy_pass(); });
     register_preview(preview_full, [&s] { s.preview->full_pass(); });
     register_preview(preview_images, [&s] { s.preview->build_full_images(); });
@@ -249,11 +283,6 @@ void register_benchmarks(scene& s, const ocio_lut_processor& ocio)
 std::string figure(std::optional<double> value, const char* format)
 {
     return value ? fmt::format(fmt::runtime(format), *value) : std::string("n/a");
-}
-
-std::optional<double> ratio(std::optional<double> a, std::optional<double> b)
-{
-    return a && b ? std::optional<double>(*a / *b) : std::nullopt;
 }
 
 // Other processes take cores from the threads measured here; say so beside the figures.
@@ -313,9 +342,9 @@ void print_summary(const figure_collector& figures, const scene& s, const std::v
     const auto preview_images_ms = scaled(figures.seconds_per_iteration(preview_images), 1e3);
     const auto preview_8bit_ms = scaled(figures.seconds_per_iteration(preview_8bit), 1e3);
     const auto preview_8bit_fit_ms = scaled(figures.seconds_per_iteration(preview_8bit_fit), 1e3);
-    const auto vs_ocio = ratio(ours_1t, theirs_1t);
-    const auto vs_memory = ratio(ours_all, memory);
-    const auto tiles_vs_frame = ratio(tiles_ms, frame_ms);
+    const auto vs_ocio = figures.ratio(paired_vs_ocio);
+    const auto vs_memory = figures.ratio(paired_vs_memory);
+    const auto tiles_vs_frame = figures.ratio(paired_tiles);
 
     fmt::print("\n{}x{} RGBA float, one table of edge 32, {} threads in the render arena, row kernel {}\n",
                s.source.width, s.source.height, render_arena().max_concurrency(),

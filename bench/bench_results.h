@@ -21,10 +21,17 @@ public:
     /// Real time of one iteration of the benchmark registered as `name`, in seconds: the
     /// median over repetitions when there were several. Empty when it didn't run or failed.
     std::optional<double> seconds_per_iteration(const std::string& name) const;
+    /// The counter "ratio" of the benchmark `name`, the median over repetitions likewise.
+    std::optional<double> ratio(const std::string& name) const;
 
 private:
-    std::map<std::string, double> single;   // by name, from iteration runs
-    std::map<std::string, double> medians;  // by name, from the "median" aggregate
+    struct figures {
+        std::map<std::string, double> single;   // by name, from iteration runs
+        std::map<std::string, double> medians;  // by name, from the "median" aggregate
+        std::optional<double> find(const std::string& name) const;
+    };
+    figures seconds;
+    figures ratios;
 };
 
 /// Unit prefix of a time unit, as a factor to seconds.
