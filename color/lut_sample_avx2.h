@@ -75,8 +75,9 @@ VL1_AVX2 __m256 blue_pair(const char* table, int32_t offset)
     return _mm256_loadu_ps(reinterpret_cast<const float*>(table + offset));
 }
 
-/// The lerps along red, then green, of colour k, whose fractions stand in lanes R and G of
-/// half H of `f`: the lower blue value in the low half, the upper one in the high half.
+/// The lerps along red, then green, of the colour whose four corners start at `corner` and
+/// whose fractions stand in lanes R and G of half H of `f`: the lower blue value in the low
+/// half of the result, the upper one in the high half.
 template <int H, int R, int G>
 VL1_AVX2 __m256 along_red_and_green_avx2(const char* table, const int32_t* corner, __m256 f)
 {
