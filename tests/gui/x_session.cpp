@@ -74,7 +74,7 @@ x_session::x_session(int width, int height)
     const auto managed = [] {
         return shell("xprop -root _NET_SUPPORTING_WM_CHECK").find("window id") != std::string::npos;
     };
-    for (int i = 0; i < 100 && !managed(); ++i)
+    for (int i = 0; i < 300 && !managed(); ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
 }
