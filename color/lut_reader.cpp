@@ -7,7 +7,6 @@
 #include "color/lut_reader_cube.h"
 #include "color/lut_resample.h"
 #include "framework/io/read_bounded_file.h"
-#include "framework/iutils.h"
 #include "framework/string_helpers.h"
 
 namespace vl1 {
@@ -66,16 +65,6 @@ std::shared_ptr<lut_argb<32>> load_lut_from_file_or_resource(std::string folder,
     if (!read_bounded_file(path, largest_lut_file_bytes, bytes, problem))
         throw std::length_error(problem);
     return to_shared_32(parse(type, bytes, path.string()));
-}
-
-std::shared_ptr<lut_argb<32>> load_lut_from_resource(const std::string& name)
-{
-    if (lut_file_type_of(name) == lut_file_type::unknown)
-        return nullptr;
-    std::vector<uint8_t> bytes;
-    if (!iutils::get_instance().get_resource(name, bytes))
-        return nullptr;
-    return load_lut_from_memory(std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()), name);
 }
 
 }  // namespace vl1

@@ -27,8 +27,4 @@ std::shared_ptr<lut_argb<32>> load_lut_from_file_or_resource(std::string folder,
 /// names the file in messages.
 std::shared_ptr<lut_argb<32>> load_lut_from_memory(std::string_view bytes, const std::string& file_name);
 
-/// The same for a resource of the plug-in bundle, fetched through iutils::get_resource.
-/// Null for an unknown type or a resource that doesn't exist.
-std::shared_ptr<lut_argb<32>> load_lut_from_resource(const std::string& name);
-
 }  // namespace vl1
